@@ -1,0 +1,30 @@
+// The commands of `larkmoor`. Each function adds one to the program: its arguments, its help, and
+// what it does when it is chosen. A command that fails throws; see failure.h.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace larkmoor::cli {
+
+// The company and the classes.
+void AddCreateCommand(CLI::App& app);
+void AddClassesCommand(CLI::App& app);
+
+// Rows of a class or a record description.
+void AddListCommand(CLI::App& app);
+void AddGetCommand(CLI::App& app);
+void AddSetCommand(CLI::App& app);
+void AddInsertCommand(CLI::App& app);
+void AddDeleteCommand(CLI::App& app);
+void AddImportCommand(CLI::App& app);
+void AddExportCommand(CLI::App& app);
+
+// Record files.
+void AddStatCommand(CLI::App& app);
+void AddVerifyCommand(CLI::App& app);
+void AddOwnerCommand(CLI::App& app);
+void AddCompactCommand(CLI::App& app);
+void AddSaveCommand(CLI::App& app);
+void AddLoadCommand(CLI::App& app);
+
+}  // namespace larkmoor::cli

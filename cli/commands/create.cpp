@@ -1,0 +1,37 @@
+#include <iostream>
+#include <memory>
+
+#include <larkmoor/company.h>
+
+#include "commands/commands.h"
+
+namespace larkmoor::cli {
+namespace {
+
+struct Arguments {
+  std::string folder;
+  CompanyOptions options;
+};
+
+void Create(const Arguments& arguments) {
+  CreateCompany(arguments.folder, arguments.options);
+  std::cout << "a company of release " << arguments.options.Release << " in " << arguments.folder
+            << '\n';
+}
+
+}  // namespace
+
+void AddCreateCommand(CLI::App& app) {
+  auto arguments = std::make_shared<Arguments>();
+  CLI::App* command = app.add_subcommand("create", "Make a company in a new folder");
+  command->add_option("FOLDER", arguments->folder, "The folder; it must not hold a company yet")
+      ->required();
+  command
+      ->add_option("--release", arguments->options.Release,
+                   "Release of the data, 8.0 to 19.0, fractions among them")
+      ->capture_default_str();
+  command->add_option("--name", arguments->options.Name, "Name of the company");
+  command->callback([arguments] { Create(*arguments); });
+}
+
+}  // namespace larkmoor::cli

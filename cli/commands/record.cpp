@@ -1,0 +1,149 @@
+// get, set, insert and delete of one record.
+#include <iostream>
+#include <memory>
+
+#include <larkmoor/bulk_write.h>
+
+#include "assignment.h"
+#include "commands/row_arguments.h"
+#include "failure.h"
+#include "row_writer.h"
+#include "text_tools.h"
+
+namespace larkmoor::cli {
+namespace {
+
+struct GetArguments {
+  RowArguments rows;
+  std::string fields;
+  std::string format = "text";
+};
+
+struct ChangeArguments {
+  RowArguments rows;
+  std::vector<std::string> values;
+  bool all = false;
+};
+
+[[noreturn]] void RaiseNoMatch(const RowSource& rows) {
+  throw Failure("no record of " + std::string(rows.Name()) + " matches");
+}
+
+void Get(const GetArguments& arguments) {
+  const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Read);
+  const std::vector<Column> columns = rows->Shape().SelectColumns(arguments.fields);
+  RowWalk walk(*rows, {.conditions = arguments.rows.Conditions(*rows)});
+  if (!walk.Next()) RaiseNoMatch(*rows);
+  WriteSingleRow(arguments.format, std::cout, columns, ValuesOf(*rows, columns));
+}
+
+/// Refuses to change more than one record unless that was asked for.
+void RequireSingleMatch(RowSource& rows, const std::vector<Condition>& conditions) {
+  RowWalk walk(rows, {.conditions = conditions});
+  if (!walk.Next()) RaiseNoMatch(rows);
+  if (!walk.Next()) return;
+  throw Failure("several records of " + std::string(rows.Name()) +
+                " match; say --all to change them all");
+}
+
+/// Applies `change` to every match, all in one commit. Returns how many there were.
+template <typename Change>
+std::int64_t ChangeMatches(RowSource& rows, std::vector<Condition> conditions, Change change) {
+  BulkWrite bulk;
+  RowWalk walk(rows, {.conditions = std::move(conditions), .mayUseKeys = false});
+  std::int64_t count = 0;
+  for (; walk.Next(); ++count) Require(change(), rows.Name());
+  if (count == 0) RaiseNoMatch(rows);
+  Require(bulk.Commit(), rows.Name());
+  return count;
+}
+
+/// The same for the one match, which a key may find.
+template <typename Change>
+void ChangeMatch(RowSource& rows, std::vector<Condition> conditions, Change change) {
+  RequireSingleMatch(rows, conditions);
+  RowWalk walk(rows, {.conditions = std::move(conditions)});
+  if (!walk.Next()) RaiseNoMatch(rows);
+  Require(change(), rows.Name());
+}
+
+template <typename Change>
+std::int64_t ChangeRecords(const ChangeArguments& arguments, RowSource& rows, Change change) {
+  std::vector<Condition> conditions = arguments.rows.Conditions(rows);
+  if (arguments.all) return ChangeMatches(rows, std::move(conditions), change);
+  ChangeMatch(rows, std::move(conditions), change);
+  return 1;
+}
+
+void Set(const ChangeArguments& arguments) {
+  const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
+  const RowValues values(rows->Shape(), arguments.values);
+  const std::int64_t count = ChangeRecords(arguments, *rows, [&] {
+    values.SetIn(*rows);
+    return rows->Update();
+  });
+  std::cout << Counted(count, "record") << " changed\n";
+}
+
+void Insert(const ChangeArguments& arguments) {
+  const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
+  const RowValues values(rows->Shape(), arguments.values);
+  rows->StartRow();
+  values.SetIn(*rows);
+  Require(rows->Insert(), rows->Name());
+  std::cout << "1 record inserted\n";
+}
+
+void Delete(const ChangeArguments& arguments) {
+  const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
+  const std::int64_t count = ChangeRecords(arguments, *rows, [&] { return rows->Delete(); });
+  std::cout << Counted(count, "record") << " deleted\n";
+}
+
+CLI::Option* AddValues(CLI::App& command, ChangeArguments& arguments) {
+  return command.add_option("NAME=VALUE", arguments.values,
+                            "Values; an element of a repeating property is named as in Amount(1)");
+}
+
+}  // namespace
+
+void AddGetCommand(CLI::App& app) {
+  auto arguments = std::make_shared<GetArguments>();
+  CLI::App* command = app.add_subcommand("get", "Show the first record that matches");
+  AddRowArguments(*command, arguments->rows);
+  AddWhereOption(*command, arguments->rows)->required();
+  command->add_option("--fields", arguments->fields, "Only these columns, as in City,Amount(1)");
+  command->add_option("--format", arguments->format, "text or json")
+      ->capture_default_str()
+      ->check(CLI::IsMember({"text", "json"}));
+  command->callback([arguments] { Get(*arguments); });
+}
+
+void AddSetCommand(CLI::App& app) {
+  auto arguments = std::make_shared<ChangeArguments>();
+  CLI::App* command = app.add_subcommand("set", "Change the record that matches");
+  AddRowArguments(*command, arguments->rows);
+  AddWhereOption(*command, arguments->rows)->required();
+  AddValues(*command, *arguments)->required();
+  command->add_flag("--all", arguments->all, "Change all that match; either all are or none is");
+  command->callback([arguments] { Set(*arguments); });
+}
+
+void AddInsertCommand(CLI::App& app) {
+  auto arguments = std::make_shared<ChangeArguments>();
+  CLI::App* command = app.add_subcommand("insert", "Add a record");
+  AddRowArguments(*command, arguments->rows);
+  AddValues(*command, *arguments);
+  command->callback([arguments] { Insert(*arguments); });
+}
+
+void AddDeleteCommand(CLI::App& app) {
+  auto arguments = std::make_shared<ChangeArguments>();
+  CLI::App* command = app.add_subcommand("delete", "Delete the record that matches");
+  AddRowArguments(*command, arguments->rows);
+  AddWhereOption(*command, arguments->rows)->required();
+  command->add_flag("--all", arguments->all, "Delete all that match; either all are or none is");
+  command->callback([arguments] { Delete(*arguments); });
+}
+
+}  // namespace larkmoor::cli

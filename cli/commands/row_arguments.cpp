@@ -1,0 +1,30 @@
+#include "commands/row_arguments.h"
+
+namespace larkmoor::cli {
+
+std::unique_ptr<RowSource> RowArguments::Open(Access access) const {
+  return OpenRows(folder, name, access);
+}
+
+std::vector<Condition> RowArguments::Conditions(const RowSource& rows) const {
+  std::vector<Condition> conditions;
+  for (const std::string& condition : where) {
+    conditions.push_back(ParseCondition(rows.Shape(), condition));
+  }
+  return conditions;
+}
+
+void AddRowArguments(CLI::App& command, RowArguments& arguments) {
+  command.add_option("FOLDER", arguments.folder, "The company's folder")->required();
+  command.add_option("CLASS", arguments.name, "A public class, or a record description")
+      ->required();
+}
+
+CLI::Option* AddWhereOption(CLI::App& command, RowArguments& arguments) {
+  return command
+      .add_option("--where", arguments.where,
+                  "FIELD=VALUE: only rows that show this value there; repeat it to ask for several")
+      ->allow_extra_args(false);
+}
+
+}  // namespace larkmoor::cli

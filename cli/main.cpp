@@ -1,0 +1,81 @@
+// The `larkmoor` command: companies, their records and their files from a shell.
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include <larkmoor/error.h>
+
+#include "commands/commands.h"
+#include "failure.h"
+
+namespace larkmoor::cli {
+namespace {
+
+void AddCommands(CLI::App& app) {
+  AddCreateCommand(app);
+  AddClassesCommand(app);
+  AddListCommand(app);
+  AddGetCommand(app);
+  AddSetCommand(app);
+  AddInsertCommand(app);
+  AddDeleteCommand(app);
+  AddImportCommand(app);
+  AddExportCommand(app);
+  AddStatCommand(app);
+  AddVerifyCommand(app);
+  AddOwnerCommand(app);
+  AddCompactCommand(app);
+  AddSaveCommand(app);
+  AddLoadCommand(app);
+}
+
+/// A raised error in one line: what failed, and the title of the status where there is one.
+std::string MessageOf(const Error& error) {
+  const std::string& text = error.Description();
+  const std::string what = text.substr(0, text.find_first_of("\r\n"));
+  return error.BtrieveStatus() == StatusSuccess ? what
+                                                : what + ": " + StatusTitle(error.BtrieveStatus());
+}
+
+int ReportUsage(const std::string& message) {
+  Report(message);
+  std::cerr << "Run larkmoor --help, or larkmoor COMMAND --help.\n";
+  return ExitUsage;
+}
+
+int ReportFailure(const std::string& message) {
+  Report(message);
+  return ExitFailure;
+}
+
+int Run(CLI::App& app, int argc, char** argv) {
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& help) {
+    return app.exit(help);
+  } catch (const CLI::ParseError& error) {
+    return ReportUsage(error.what());
+  } catch (const UsageError& error) {
+    return ReportUsage(error.what());
+  } catch (const Error& error) {
+    return ReportFailure(MessageOf(error));
+  } catch (const std::exception& error) {
+    return ReportFailure(error.what());
+  }
+  std::cout.flush();
+  return std::cout ? ExitSuccess : ReportFailure("the output could not be written");
+}
+
+}  // namespace
+}  // namespace larkmoor::cli
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  CLI::App app("Companies, their records and their files", "larkmoor");
+  app.require_subcommand(1);
+  app.footer(
+      "Exit codes: 0 success; 1 the command failed; 2 the command line is wrong, or names a class, "
+      "a column or a value that there is not. Errors go to standard error.");
+  larkmoor::cli::AddCommands(app);
+  return larkmoor::cli::Run(app, argc, argv);
+}

@@ -1,0 +1,38 @@
+// One line on a terminal that tells how far long work has come.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "engine/store/driver.h"
+
+namespace larkmoor::cli {
+
+/// Redraws its line on standard error a few times a second, and wipes it at the end. Where standard
+/// error is no terminal it writes nothing.
+class Progress {
+ public:
+  /// `label` says what is being done.
+  explicit Progress(std::string label);
+  ~Progress() { Wipe(); }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  /// `total` is 0 where nobody knows it.
+  void Show(std::int64_t done, std::int64_t total);
+  /// Takes the line away, so that something else can be written. The next `Show` draws it anew.
+  void Wipe();
+  /// What the engine's long operations call. Valid as long as this object.
+  store::Progress Callback();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  std::string label_;
+  bool isTerminal_;
+  bool isDrawn_ = false;
+  Clock::time_point lastDrawn_;
+};
+
+}  // namespace larkmoor::cli

@@ -1,0 +1,1 @@
+"""The generator of Larkmoor's plain code: dictionary (TOML) in, C++ out."""

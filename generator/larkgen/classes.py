@@ -1,0 +1,323 @@
+"""Class descriptions: operations and properties, checked against the records."""
+
+import re
+from dataclasses import dataclass, field
+
+from .records import Record
+from .source import Source
+
+TYPES = ("Integer", "Long", "Byte", "Boolean", "Single", "Double", "Currency", "String", "Variant",
+         "Date")
+# The field types that a public type shows.
+SHOWN_BY = {
+    "Integer": ("Integer",), "Long": ("Long",), "Byte": ("Byte",), "Boolean": ("Boolean",),
+    "Single": ("Single",), "Double": ("Double",), "Currency": ("Currency",),
+    "String": ("Text", "GUID"), "Variant": (), "Date": ("Date", "Day"),
+    "Variant date": ("Date", "Day"),
+}
+
+FRAME_OPERATIONS = {
+    "CloseFile": "Closes the file. Returns 0 where it is not open, otherwise the engine's status.",
+    "OpenFile": "Opens the file in the company folder for reading and writing and blanks the record.",
+    "Delete": "Deletes the current record.",
+    "Insert": "Adds the record in hand to the file and makes it the current one.",
+    "Update": "Rewrites the current record. Returns 80 where someone else changed it since it was "
+              "read.",
+    "RecordCount": "The number of records in the file, 0 where it is not open.",
+    "StepFirst": "Reads the first record in physical order, which is the order of insertion.",
+    "StepLast": "Reads the last record in physical order.",
+    "StepNext": "Reads the next record in physical order. Returns 9 past the last one.",
+    "StepPrevious": "Reads the record before in physical order. Returns 9 before the first one.",
+}
+FRAME_FLAGS = ("close_keeps_open_mark", "open_sets_no_mark", "failed_open_keeps_file")
+
+READS = ("btGetEqual", "btGetGreaterThan", "btGetGreaterOrEqual", "btGetLessThan",
+         "btGetLessOrEqual", "btGetFirst", "btGetLast", "btGetNext", "btGetPrevious")
+# The argument type and the width of each key writer; texts tell their own width.
+KEY_WRITERS = {
+    "KeyByte": ("Byte", 1), "KeyWord": ("Integer", 2), "KeyLong": ("Long", 4),
+    "KeyDouble": ("Double", 8), "KeyText": ("String", 0), "KeyString": ("String", 0),
+    "KeyTerminated": ("String", 0),
+}
+
+
+@dataclass
+class Argument:
+    type: str
+    name: str
+    byref: bool = False
+
+
+@dataclass
+class Operation:
+    name: str
+    kind: str  # frame, read, gives, by hand
+    returns: str
+    args: list
+    doc: str
+    key: int = 0
+    writers: list = field(default_factory=list)  # (writer, arguments as they stand)
+    read: str = ""
+    gives: int = 0
+
+
+@dataclass
+class Property:
+    name: str
+    kind: str  # field, date, dead, by hand
+    type: str  # the public type; that of a date is Variant
+    args: list
+    doc: str
+    access: str = "rw"
+    field: "object | None" = None
+    clamp: "tuple | None" = None
+    dead: "object | None" = None
+    by_hand: tuple = ()  # of "get", "let"
+
+    @property
+    def readable(self):
+        return "r" in self.access
+
+    @property
+    def writable(self):
+        return "w" in self.access
+
+
+@dataclass
+class PublicClass:
+    source: Source
+    subsystem: str
+    name: str
+    doc: str
+    file: str
+    record: "Record | None"
+    own_parts: bool
+    frame_flags: list
+    operations: list = field(default_factory=list)
+    properties: list = field(default_factory=list)
+
+    @property
+    def stem(self):
+        return self.source.stem
+
+    @property
+    def members(self):
+        return self.operations + self.properties
+
+    @property
+    def closes(self):
+        return any(op.name == "CloseFile" for op in self.operations)
+
+    @property
+    def has_table(self):
+        """Whether the class is a frame over one file."""
+        return self.record is not None
+
+
+def load_classes(paths, records, file_names, problems):
+    """All classes, by name."""
+    classes = [ClassReader(Source(path, problems), path.parent.name, records, file_names).read()
+               for path in sorted(paths)]
+    seen = set()
+    for each in classes:
+        if each.name.lower() in seen:
+            each.source.complain("class", "name", f"there is a class {each.name} already")
+        seen.add(each.name.lower())
+    return sorted(classes, key=lambda each: each.name.lower())
+
+
+class ClassReader:
+    """Turns one file into a PublicClass, complaining of whatever does not hold."""
+
+    def __init__(self, source, subsystem, records, file_names):
+        self.source = source
+        self.subsystem = subsystem
+        self.records = records
+        self.file_names = file_names
+
+    def read(self):
+        source = self.source
+        source.check_tables(("class", "frame", "operations", "properties"))
+        source.check_entries("class", ("name", "file", "record", "doc", "parts"))
+        source.check_entries("frame", FRAME_FLAGS)
+        source.check_names_differ("operations", "properties")
+        head = source.tables.get("class", {})
+        record = self.records.get(head.get("record"))
+        if "record" in head and record is None:
+            source.complain("class", "record", f"unknown record \"{head['record']}\"")
+        if "file" in head and head["file"] not in self.file_names:
+            source.complain("class", "file", f"unknown file \"{head['file']}\"")
+        if ("file" in head) != ("record" in head):
+            source.complain("class", "name", "a class names both its file and its record, or neither")
+        if head.get("parts", "by hand") != "by hand":
+            source.complain("class", "parts", "parts says \"by hand\" or is left out")
+        flags = [flag for flag, on in source.tables.get("frame", {}).items() if on]
+        self.result = PublicClass(source, self.subsystem,
+                                  source.check_text("class", "name", head, "name"),
+                                  source.check_text("class", "doc", head, "doc"),
+                                  head.get("file", ""), record, "parts" in head, flags)
+        self.read_operations()
+        self.read_properties()
+        return self.result
+
+    # Operations
+
+    def read_operations(self):
+        for name, value in self.source.tables.get("operations", {}).items():
+            operation = self.read_operation(name, value)
+            if operation is not None:
+                self.result.operations.append(operation)
+
+    def read_operation(self, name, value):
+        if value == "frame":
+            return self.frame_operation(name)
+        if not isinstance(value, dict):
+            return self.complain_operation(name, "an operation is \"frame\" or a table of attributes")
+        self.source.check_attributes("operations", name, value, (
+            "args", "returns", "doc", "key", "write", "read", "gives", "by_hand"))
+        kinds = [kind for kind in ("read", "gives", "by_hand") if kind in value]
+        if len(kinds) != 1:
+            return self.complain_operation(name, "takes one of read, gives and by_hand")
+        operation = Operation(
+            name, kinds[0].replace("_", " "), value.get("returns", "Integer"),
+            self.read_arguments("operations", name, value.get("args", "")),
+            self.source.check_text("operations", name, value, "doc"))
+        if operation.returns not in TYPES:
+            self.complain_operation(name, f"unknown type \"{operation.returns}\"")
+        if operation.kind == "gives":
+            operation.gives = value["gives"]
+        if operation.kind == "read":
+            self.read_search(operation, value)
+        return operation
+
+    def frame_operation(self, name):
+        if name not in FRAME_OPERATIONS:
+            return self.complain_operation(name, "is no operation of the frame")
+        if not self.result.has_table:
+            return self.complain_operation(name, "an operation of the frame needs a file and a record")
+        returns = "Long" if name == "RecordCount" else "Integer"
+        return Operation(name, "frame", returns, [], FRAME_OPERATIONS[name])
+
+    def read_search(self, operation, value):
+        name = operation.name
+        operation.key, operation.read = value.get("key"), value["read"]
+        if operation.read not in READS:
+            self.complain_operation(name, f"unknown engine operation \"{operation.read}\"")
+        if not self.result.has_table:
+            self.complain_operation(name, "a keyed read needs a file and a record")
+            return
+        keys = self.result.record.keys_numbered(operation.key)
+        if not keys:
+            self.complain_operation(name, f"the record has no key {operation.key}")
+            return
+        width = max(key.width for key in keys)
+        for text in filter(None, (part.strip() for part in value.get("write", "").split(";"))):
+            self.read_writer(operation, text, width)
+
+    def read_writer(self, operation, text, width):
+        name = operation.name
+        match = re.fullmatch(r"(\w+)\((.*)\)", text)
+        if not match or match[1] not in KEY_WRITERS:
+            self.complain_operation(name, f"\"{text}\" is no key writer")
+            return
+        wanted, size = KEY_WRITERS[match[1]]
+        values = [part.strip() for part in match[2].split(",")]
+        if len(values) != (3 if match[1] == "KeyString" else 2) or not values[-1].isdigit():
+            self.complain_operation(name, f"\"{text}\": a value and an offset are wanted")
+            return
+        argument = next((arg for arg in operation.args if arg.name == values[0]), None)
+        if argument is None and not re.fullmatch(r"-?\d+|\"\"", values[0]):
+            self.complain_operation(name, f"\"{text}\": there is no argument {values[0]}")
+        elif argument is not None and argument.type != wanted:
+            self.complain_operation(name, f"\"{text}\" writes a {wanted}, and {values[0]} is a "
+                                    f"{argument.type}")
+        if int(values[-1]) + max(size, 1) > width:
+            self.complain_operation(name, f"\"{text}\" goes beyond the key's {width} bytes")
+        operation.writers.append((match[1], values))
+
+    def complain_operation(self, name, what):
+        self.source.complain("operations", name, f"{name}: {what}")
+
+    def read_arguments(self, table, name, text):
+        arguments = []
+        for part in filter(None, (part.strip() for part in text.split(","))):
+            match = re.fullmatch(r"(byref )?(\w+) (\w+)", part)
+            if not match or match[2] not in TYPES:
+                self.source.complain(table, name, f"{name}: \"{part}\" is no argument")
+                continue
+            arguments.append(Argument(match[2], match[3], bool(match[1])))
+        return arguments
+
+    # Properties
+
+    def read_properties(self):
+        names = list(self.source.tables.get("properties", {}))
+        for earlier, later in zip(names, names[1:]):
+            if earlier.lower() > later.lower():
+                self.complain_property(later, f"stands behind {earlier}: properties are in "
+                                       "alphabetical order")
+        for name in names:
+            prop = self.read_property(name, self.source.tables["properties"][name])
+            if prop is not None:
+                self.result.properties.append(prop)
+
+    def read_property(self, name, value):
+        if not isinstance(value, dict):
+            return self.complain_property(name, "a property is a table of attributes")
+        self.source.check_attributes("properties", name, value, (
+            "type", "args", "doc", "field", "clamp", "dead", "access", "by_hand", "by_hand_get",
+            "by_hand_let"))
+        shown = self.source.check_text("properties", name, value, "type")
+        if shown not in SHOWN_BY:
+            return self.complain_property(name, f"unknown type \"{shown}\"")
+        prop = Property(name, "field", shown.split()[0],
+                        self.read_arguments("properties", name, value.get("args", "")),
+                        self.source.check_text("properties", name, value, "doc"),
+                        value.get("access", "rw"))
+        if prop.access not in ("rw", "r", "w"):
+            self.complain_property(name, f"access is rw, r or w and not \"{prop.access}\"")
+        if "by_hand" in value:
+            prop.by_hand = ("get", "let")
+        else:
+            prop.by_hand = tuple(way for way in ("get", "let") if f"by_hand_{way}" in value)
+        if "dead" in value:
+            prop.kind, prop.dead = "dead", value["dead"]
+        elif len(prop.by_hand) == 2:
+            prop.kind = "by hand"
+        else:
+            prop.kind = "date" if shown == "Variant date" else "field"
+            self.read_field(prop, value, shown)
+        return prop
+
+    def read_field(self, prop, value, shown):
+        if not self.result.has_table:
+            self.complain_property(prop.name, "there is no record to show a field of")
+            return
+        name = value.get("field", prop.name)
+        prop.field = self.result.record.find(name)
+        if prop.field is None:
+            self.complain_property(prop.name, f"there is no field {name}")
+            return
+        if prop.field.type not in SHOWN_BY[shown]:
+            self.complain_property(prop.name, f"is a {shown}, and the field {name} a "
+                                   f"{prop.field.type}")
+        indexes = bool(prop.field.count) + bool(prop.field.count2)
+        if len(prop.args) != indexes:
+            self.complain_property(prop.name, f"the field {name} takes {indexes} indexes, the property "
+                                   f"{len(prop.args)}")
+        if "clamp" in value:
+            self.read_clamp(prop, value["clamp"])
+
+    def read_clamp(self, prop, clamp):
+        if not (isinstance(clamp, list) and len(clamp) == 2 and
+                all(isinstance(bound, int) for bound in clamp)):
+            self.complain_property(prop.name, "clamp is a range such as [1, 20]")
+        elif len(prop.args) != 1 or prop.args[0].type != "Integer":
+            self.complain_property(prop.name, "clamp wants one Integer index")
+        elif not 0 <= clamp[0] <= clamp[1] < prop.field.count:
+            self.complain_property(prop.name, f"the field has elements 0 to {prop.field.count - 1}")
+        else:
+            prop.clamp = tuple(clamp)
+
+    def complain_property(self, name, what):
+        self.source.complain("properties", name, f"{name}: {what}")

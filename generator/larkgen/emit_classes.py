@@ -1,0 +1,243 @@
+"""C++ of the public classes: the header that clients read, and the plain members."""
+
+from .writer import banner, comment
+
+# What a public type is in C++: given back, taken, and its name among the record's accessors.
+GIVEN = {
+    "Integer": "std::int16_t", "Long": "std::int32_t", "Byte": "std::uint8_t", "Boolean": "bool",
+    "Single": "float", "Double": "double", "Currency": "larkmoor::Currency",
+    "String": "std::string", "Variant": "Variant", "Date": "larkmoor::Date",
+}
+TAKEN = GIVEN | {"String": "std::string_view", "Variant": "const Variant&"}
+ACCESSOR = {"GUID": "Text", "Day": "Date"}
+# What a dead property reads where the dictionary names nothing else.
+BLANK = {
+    "Integer": "0", "Long": "0", "Byte": "0", "Boolean": "false", "Single": "0", "Double": "0",
+    "Currency": "{}", "String": "{}", "Variant": "std::int16_t{0}", "Date": "larkmoor::Date(0)",
+}
+
+
+def cpp_name(cls, member):
+    """C++ forbids a member the name of its class; there, and there alone, it bears an underscore."""
+    return member.name + ("_" if member.name == cls.name else "")
+
+
+def parameter(argument):
+    if argument.byref:
+        return f"{GIVEN[argument.type]}& {argument.name}"
+    return f"{TAKEN[argument.type]} {argument.name}"
+
+
+def parameters(arguments):
+    return ", ".join(parameter(argument) for argument in arguments)
+
+
+def returned(operation):
+    return "Status" if operation.returns == "Integer" else GIVEN[operation.returns]
+
+
+def get_signature(cls, prop, scope=""):
+    return f"{GIVEN[prop.type]} {scope}{cpp_name(cls, prop)}({parameters(prop.args)})"
+
+
+def let_signature(cls, prop, scope=""):
+    taken = [parameter(a) for a in prop.args] + [f"{TAKEN[prop.type]} value"]
+    return f"void {scope}{cpp_name(cls, prop)}({', '.join(taken)})"
+
+
+# The header
+
+def property_notes(prop):
+    """What a client has to know of the field behind a property."""
+    notes = []
+    field = prop.field
+    if prop.kind == "date":
+        notes.append("Null where no date was entered; Null and what is no date store none.")
+    if field and field.type == "Text":
+        notes.append(f"Keeps {field.width} characters and cuts what is longer.")
+    if prop.clamp:
+        low, high = prop.clamp
+        notes.append(f"{prop.args[0].name} runs from {low} to {high}; beyond, the nearest of them is "
+                     "meant.")
+    elif field and field.count2:
+        notes.append(f"{prop.args[0].name} runs from 0 to {field.count - 1} and {prop.args[1].name} "
+                     f"from 0 to {field.count2 - 1}; outside, error 9 is raised and nothing changes.")
+    elif field and field.count:
+        notes.append(f"{prop.args[0].name} runs from 0 to {field.count - 1}; outside, error 9 is raised "
+                     "and nothing changes.")
+    if prop.kind == "dead":
+        notes.append("Stands for no stored value: what is written is dropped.")
+    return notes
+
+
+def property_doc(prop):
+    access = {"r": "Read-only.", "w": "Write-only."}.get(prop.access)
+    return " ".join([prop.doc] + property_notes(prop) + ([access] if access else []))
+
+
+def class_header(cls, path):
+    lines = [banner(path), "#pragma once\n", "#include <cstdint>", "#include <memory>",
+             "#include <string>", "#include <string_view>\n", "#include <larkmoor/member_access.h>",
+             "#include <larkmoor/status.h>", "#include <larkmoor/variant.h>\n", "namespace larkmoor {\n",
+             comment(cls.doc)]
+    lines += [f"class {cls.name} {{", " public:", f"  {cls.name}();"]
+    if cls.closes:
+        lines.append("  /// Runs `CloseFile`; nothing escapes.")
+    lines += [f"  ~{cls.name}();", f"  {cls.name}({cls.name}&&) noexcept;",
+              f"  {cls.name}& operator=({cls.name}&&) noexcept;"]
+    if cls.operations:
+        lines.append("\n  // Operations. An Integer result is the status, 0 for success.")
+    for operation in cls.operations:
+        lines += ["", comment(operation.doc, "  "),
+                  f"  {returned(operation)} {cpp_name(cls, operation)}({parameters(operation.args)});"]
+    if cls.properties:
+        lines.append("\n  // Properties.")
+    for prop in cls.properties:
+        lines += ["", comment(property_doc(prop), "  ")]
+        if prop.readable:
+            lines.append(f"  {get_signature(cls, prop)};")
+        if prop.writable:
+            lines.append(f"  {let_signature(cls, prop)};")
+    lines += ["\n private:", f"  friend struct MemberAccess<{cls.name}>;", "  struct Parts;",
+              "  std::unique_ptr<Parts> parts_;", "};\n", "}  // namespace larkmoor"]
+    return "\n".join(lines) + "\n"
+
+
+# The parts of a plain class
+
+def parts_header(cls, path):
+    lines = [banner(path), "#pragma once\n", f"#include <larkmoor/{cls.subsystem}/{cls.stem}.h>\n"]
+    if cls.has_table:
+        lines += [f'#include "engine/records/{cls.record.stem}.h"',
+                  '#include "engine/tovrin_file_names.h"', '#include "tables/table_frame.h"\n']
+    lines += ["namespace larkmoor {\n"]
+    if cls.has_table:
+        lines += [f"struct {cls.name}::Parts {{",
+                  f"  TableFrame table{{{cls.record.name}Record::Describe(), "
+                  f"TovrinFileNames::{cls.file}(){frame_behaviour(cls)}}};", "};"]
+    else:
+        lines += [f"struct {cls.name}::Parts {{}};"]
+    return "\n".join(lines + ["\n}  // namespace larkmoor"]) + "\n"
+
+
+def frame_behaviour(cls):
+    def camel(flag):
+        head, *tail = flag.split("_")
+        return head + "".join(word.capitalize() for word in tail)
+
+    flags = ", ".join(f".{camel(flag)} = true" for flag in cls.frame_flags)
+    return f",\n                   {{{flags}}}" if flags else ""
+
+
+# The source
+
+def class_source(cls, path):
+    lines = [banner(path), f'#include "{cls.subsystem}/{cls.stem}_parts.h"\n']
+    if any(prop.kind == "date" for prop in cls.properties):
+        lines.append('#include "connection/conversions.h"\n')
+    lines += ["namespace larkmoor {\n"] + lifecycle(cls)
+    for operation in cls.operations:
+        if operation.kind != "by hand":
+            lines += operation_body(cls, operation)
+    for prop in cls.properties:
+        lines += property_bodies(cls, prop)
+    return "\n".join(lines + ["}  // namespace larkmoor"]) + "\n"
+
+
+def lifecycle(cls):
+    name = cls.name
+    lines = [f"{name}::{name}() : parts_(std::make_unique<Parts>()) {{}}", ""]
+    if cls.closes:
+        lines += [f"{name}::~{name}() {{", "  if (!parts_) return;", "  try {", "    CloseFile();",
+                  "  } catch (...) {", "    // A destructor has no one to tell.", "  }", "}"]
+    else:
+        lines += [f"{name}::~{name}() = default;"]
+    return lines + [
+        "", f"{name}::{name}({name}&&) noexcept = default;", "",
+        f"{name}& {name}::operator=({name}&& other) noexcept {{",
+        f"  {name} moved(std::move(other));", "  parts_.swap(moved.parts_);", "  return *this;", "}", ""]
+
+
+def operation_body(cls, operation):
+    name = f"{cls.name}::{cpp_name(cls, operation)}"
+    unnamed = ", ".join(GIVEN[a.type] + "&" if a.byref else TAKEN[a.type] for a in operation.args)
+    if operation.kind == "frame":
+        return [f"{returned(operation)} {name}() {{ return parts_->table.{operation.name}(); }}", ""]
+    if operation.kind == "gives":
+        return [f"{returned(operation)} {name}({unnamed}) {{ return {operation.gives}; }}", ""]
+    lines = [f"{returned(operation)} {name}({parameters(operation.args)}) {{"]
+    for writer, values in operation.writers:
+        lines.append(f"  parts_->table.File().{writer}({', '.join(values)});")
+    return lines + [f"  return parts_->table.Read(&TovrinFile::{operation.read}, {operation.key});", "}",
+                    ""]
+
+
+def property_bodies(cls, prop):
+    if prop.kind == "by hand":
+        return []
+    get, let = dead_bodies(prop) if prop.kind == "dead" else field_bodies(cls, prop)
+    scope = f"{cls.name}::"
+    lines = []
+    if prop.readable and "get" not in prop.by_hand:
+        lines += [f"{get_signature(cls, unnamed_if(prop, not get.uses), scope)} {{ return {get.text}; }}",
+                  ""]
+    if prop.writable and "let" not in prop.by_hand:
+        signature = let_signature(cls, unnamed_if(prop, not let.uses), scope)
+        if not let.uses:
+            signature = signature.removesuffix(" value)") + ")"
+        lines += [f"{signature} {{ {let.text}}}".replace("{ }", "{}"), ""]
+    return lines
+
+
+class Body:
+    """The inside of a member, and whether it uses the member's arguments."""
+
+    def __init__(self, text, uses=True):
+        self.text = text
+        self.uses = uses
+
+
+def unnamed_if(prop, unnamed):
+    """The property with its arguments' names left out, as an unused argument wants it."""
+    if not unnamed:
+        return prop
+    args = [type(a)(a.type, "", a.byref) for a in prop.args]
+    return type(prop)(**{**vars(prop), "args": args})
+
+
+def dead_value(prop):
+    if prop.dead is True:
+        return BLANK[prop.type]
+    if isinstance(prop.dead, str):
+        return f'{GIVEN[prop.type]}("{prop.dead}")'
+    return f"std::int16_t{{{prop.dead}}}" if prop.type == "Variant" else f"{prop.dead}"
+
+
+def dead_bodies(prop):
+    return Body(dead_value(prop), uses=False), Body("", uses=False)
+
+
+def field_bodies(cls, prop):
+    field = prop.field
+    accessor = ACCESSOR.get(field.type, field.type)
+    constant = f"{cls.record.name}Record::{field.name}"
+    indexes = [a.name for a in prop.args]
+    if prop.clamp:
+        indexes = [f"Clamp({prop.args[0].name}, {prop.clamp[0]}, {prop.clamp[1]})"]
+    get = f"parts_->table.Record().Get{accessor}({', '.join([constant] + indexes)})"
+    value = "value"
+    if prop.kind == "date":
+        get, value = f"DateFromRecord({get})", "DateToRecord(value)"
+    elif prop.type == "Date":
+        get, value = f"larkmoor::Date({get})", "value.Serial()"
+    let = f"parts_->table.Record().Set{accessor}({', '.join([constant, value] + indexes)}); "
+    return Body(get), Body(let)
+
+
+def umbrella_header(classes):
+    lines = [banner("the class dictionary"), "#pragma once\n"]
+    hand_written = ("bulk_write", "company", "currency", "date", "error", "message_box", "status",
+                    "variant")
+    lines += [f"#include <larkmoor/{name}.h>" for name in hand_written]
+    lines += [""] + [f"#include <larkmoor/{cls.subsystem}/{cls.stem}.h>" for cls in classes]
+    return "\n".join(lines) + "\n"

@@ -1,0 +1,151 @@
+#include <larkmoor/company.h>
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <system_error>
+#include <vector>
+
+#include <larkmoor/error.h>
+
+#include "connection/status_messages.h"
+#include "engine/path.h"
+#include "engine/records/all_records.h"
+#include "engine/records/company.h"
+#include "engine/runtime_error.h"
+#include "engine/tovrin_file.h"
+#include "engine/tovrin_record.h"
+#include "engine/tovrin_status.h"
+
+namespace larkmoor {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double FirstRelease = 8.0;
+constexpr double LastRelease = 19.0;
+constexpr std::int32_t InvalidCall = 5;
+constexpr std::int32_t FileNumber = 57;  // "Device I/O error" in the classic numbering
+
+/// Raises an error about the company that is being made.
+[[noreturn]] void Fail(const fs::path& what, const std::string& why, Status status) {
+  throw Error(FileNumber, "Larkmoor", what.string() + ": " + why, status);
+}
+
+void Check(Status status, const fs::path& file) {
+  if (status != StatusSuccess) Fail(file, BtrieveErrorText(status), status);
+}
+
+/// What has been made so far; taken away again unless the company is finished.
+class Made {
+ public:
+  ~Made() {
+    std::error_code ignored;
+    for (auto path = paths_.rbegin(); path != paths_.rend(); ++path) fs::remove(*path, ignored);
+  }
+  Made() = default;
+  Made(const Made&) = delete;
+  Made& operator=(const Made&) = delete;
+
+  void Note(const fs::path& path) { paths_.push_back(path); }
+  void Finish() { paths_.clear(); }
+
+ private:
+  std::vector<fs::path> paths_;
+};
+
+/// Makes the folder and those above it that are missing.
+void MakeFolder(const fs::path& folder, Made& made) {
+  std::error_code failed;
+  if (folder.empty() || fs::is_directory(folder, failed)) return;
+  const fs::path above = folder.has_filename() ? folder.parent_path()
+                                               : folder.parent_path().parent_path();
+  if (above != folder) MakeFolder(above, made);
+  if (folder.has_filename() && !fs::create_directory(folder, failed)) {
+    Fail(folder, failed ? failed.message() : "there is a file of that name", StatusInvalidFileName);
+  }
+  if (folder.has_filename()) made.Note(folder);
+}
+
+/// The folder's file of that name in any case.
+fs::path PathOf(const fs::path& folder, std::string_view name) {
+  return ResolvePath((folder / name).string());
+}
+
+void CheckIsFree(const fs::path& folder) {
+  std::vector<std::string_view> names{"VERSION.TXT"};
+  for (const RecordDescription* record : AllRecords()) names.push_back(record->fileName);
+  for (const std::string_view name : names) {
+    if (fs::exists(fs::symlink_status(PathOf(folder, name)))) {
+      Fail(folder, "the folder holds a company already", StatusFileExists);
+    }
+  }
+}
+
+/// The version text of a release: the connection maps it back by taking 3 away.
+std::string VersionText(double release) {
+  const double version = release + 3;
+  char text[32];
+  const bool hundredths = version * 100 == std::round(version * 100);
+  std::snprintf(text, sizeof text, hundredths ? "%.2f" : "%.17g", version);
+  return text;
+}
+
+void MakeVersionFile(const fs::path& path, double release, Made& made) {
+  made.Note(path);
+  std::ofstream file(path, std::ios::binary);
+  file << VersionText(release) << "\r\n";
+  file.close();
+  if (!file) Fail(path, "cannot be written", StatusPermission);
+}
+
+void MakeRecordFiles(const fs::path& folder, double release, Made& made) {
+  for (const RecordDescription* record : AllRecords()) {
+    if (record->base != nullptr) continue;
+    const fs::path path = folder / record->fileName;
+    Check(store::DefaultDriver().Create(path, record->FileFor(release)), path);
+    made.Note(path);
+  }
+}
+
+/// Opens a file of the new company, binds a record to it and inserts what `fill` puts there.
+template <typename Fill>
+void InsertRow(const fs::path& folder, const RecordDescription& description, Fill fill) {
+  const fs::path path = folder / description.fileName;
+  TovrinFile file;
+  Check(file.btOpen(path.string(), TovrinFile::NormalMode), path);
+  Tovrin2Record record(description);
+  record.AttachBuffer(file.RecordBuffer());
+  record.ClearBuffer();
+  fill(record);
+  Check(file.btInsert(0), path);
+  Check(file.btClose(), path);
+}
+
+void InsertGeneralRows(const fs::path& folder) {
+  for (const RecordDescription* description : AllRecords()) {
+    if (description->rowMark == nullptr) continue;
+    InsertRow(folder, *description, [&](Tovrin2Record& record) { record.MarkRow(); });
+  }
+}
+
+}  // namespace
+
+void CreateCompany(const fs::path& folder, const CompanyOptions& options) {
+  if (!(options.Release >= FirstRelease && options.Release <= LastRelease)) {
+    throw Error(InvalidCall, "Larkmoor", "The release of a company is a number from 8.0 to 19.0");
+  }
+  if (folder.empty()) Fail(folder, "the folder has no name", StatusInvalidFileName);
+  Made made;
+  MakeFolder(folder, made);
+  CheckIsFree(folder);
+  MakeRecordFiles(folder, options.Release, made);
+  InsertRow(folder, CompanyRecord::Describe(), [&](Tovrin2Record& record) {
+    record.SetText(CompanyRecord::CompanyName, options.Name);
+  });
+  InsertGeneralRows(folder);
+  MakeVersionFile(folder / "VERSION.TXT", options.Release, made);
+  made.Finish();
+}
+
+}  // namespace larkmoor

@@ -1,0 +1,101 @@
+// What an LMDB file of ours holds.
+//
+// All entries lie in one tree, told apart by their first byte, so that a read needs no look-up of a
+// sub-database:
+//
+//   Header + name            description of the file (JSON), owner name (JSON)
+//   Record + record number   stamp of the last write (8 bytes), then the record's bytes
+//   Counters                 next record number, number of records; lies right behind the last record, so
+//                            that an insert touches no page of its own for it
+//   Key + key number, encoded key, record number    nothing
+//
+// Record numbers are eight bytes, most significant first. They are given once, in the order of
+// insertion, which is the physical order and the order among duplicates of a key.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include <lmdb.h>
+
+#include "engine/store/file_description.h"
+#include "engine/store/key_encoding.h"
+
+namespace larkmoor::store::lmdb {
+
+using RecordNumber = std::uint64_t;
+/// A number that no other write has, so that a record read is known to be the record written.
+using Stamp = std::uint64_t;
+
+enum class Prefix : std::uint8_t { Header = 0x00, Record = 0x01, Counters = 0x02, Key = 0x10 };
+
+constexpr std::int16_t HighestKeyNumber = 118;
+constexpr std::size_t NumberSize = sizeof(RecordNumber);
+constexpr RecordNumber LastNumber = ~RecordNumber{0};
+
+/// The key of an entry in the tree.
+class EntryKey {
+ public:
+  EntryKey() = default;
+  /// "Header" with a one-letter name.
+  static EntryKey OfHeader(char name);
+  static EntryKey OfCounters();
+  static EntryKey OfRecord(RecordNumber number);
+  /// Sorts before all entries of that key number, and behind those of the one before.
+  static EntryKey BeforeKey(std::int16_t keyNumber);
+  /// Sorts before all entries of that key value.
+  static EntryKey OfKey(std::int16_t keyNumber, const EncodedKey& key);
+  /// The entry itself.
+  static EntryKey OfKey(std::int16_t keyNumber, const EncodedKey& key, RecordNumber number);
+  /// A copy of an entry's key as the tree holds it.
+  static EntryKey CopyOf(const MDB_val& entry);
+
+  [[nodiscard]] MDB_val Value() const;
+  [[nodiscard]] std::span<const std::byte> Bytes() const { return {bytes_, size_}; }
+  /// Whether an entry of the tree begins with these bytes.
+  [[nodiscard]] bool Begins(const MDB_val& entry) const;
+  [[nodiscard]] bool operator==(const MDB_val& entry) const;
+
+ private:
+  void Append(Prefix prefix, int more = 0);
+  void Append(std::span<const std::byte> bytes);
+  void Append(RecordNumber number);
+
+  std::byte bytes_[EncodedKey::Capacity + 1 + NumberSize];
+  std::size_t size_ = 0;
+};
+
+/// Whether the entry is one of that kind.
+bool IsRecord(const MDB_val& entry);
+bool IsOfKey(const MDB_val& entry, std::int16_t keyNumber);
+/// The record number at the end of a record's or a key's entry.
+RecordNumber NumberIn(const MDB_val& entry);
+
+struct Counters {
+  RecordNumber next = 1;
+  std::uint64_t records = 0;
+};
+
+/// The owner name of a protected file, salted and hashed.
+struct Owner {
+  std::string hash;
+  bool allowRead = false;
+
+  static Owner Make(std::string_view name, bool allowRead);
+  [[nodiscard]] bool IsNamed(std::string_view name) const;
+};
+
+// JSON forms of the header entries; nothing where the text is none.
+std::string ToText(const FileDescription& description);
+std::optional<FileDescription> DescriptionFromText(std::string_view text);
+std::string ToText(const Owner& owner);
+std::optional<Owner> OwnerFromText(std::string_view text);
+
+constexpr char DescriptionName = 'd';
+constexpr char OwnerName = 'o';
+
+}  // namespace larkmoor::store::lmdb

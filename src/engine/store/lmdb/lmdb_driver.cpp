@@ -1,0 +1,231 @@
+// The embedded driver: every record file is one LMDB file.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <random>
+
+#include "engine/store/driver.h"
+#include "engine/store/lmdb/failure.h"
+#include "engine/store/lmdb/lmdb_file.h"
+#include "engine/store/lmdb/verify.h"
+#include "engine/store/lmdb/writes.h"
+#include "engine/tovrin_status.h"
+
+namespace larkmoor::store {
+namespace lmdb {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int16_t EngineMajor = 1;
+constexpr std::int16_t EngineMinor = 0;
+
+struct EnvCloser {
+  void operator()(MDB_env* env) const { mdb_env_close(env); }
+};
+using EnvHandle = std::unique_ptr<MDB_env, EnvCloser>;
+
+/// A name beside `path` that nobody else uses, taken away again where nothing came of it.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& path)
+      : path_(path.parent_path() /
+              ("." + path.filename().native() + "." + std::to_string(std::random_device{}()))) {}
+  ~TemporaryFile() { unlink(path_.c_str()); }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  [[nodiscard]] const fs::path& Path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+/// A new file may be read and written by whom its folder may.
+mode_t PermissionsIn(const fs::path& file) {
+  struct stat folder {};
+  const fs::path parent = file.parent_path();
+  if (stat(parent.empty() ? "." : parent.c_str(), &folder) != 0) return 0600;
+  return folder.st_mode & 0666U;
+}
+
+int WriteFirstEntries(MDB_env* env, const FileDescription& description) {
+  MDB_txn* transaction = nullptr;
+  int code = mdb_txn_begin(env, nullptr, 0, &transaction);
+  if (code != MDB_SUCCESS) return code;
+  MDB_dbi tree = 0;
+  code = mdb_dbi_open(transaction, nullptr, 0, &tree);
+  std::string text = ToText(description);
+  const EntryKey name = EntryKey::OfHeader(DescriptionName);
+  MDB_val key = name.Value();
+  MDB_val value{text.size(), text.data()};
+  if (code == MDB_SUCCESS) code = mdb_put(transaction, tree, &key, &value, 0);
+  if (code != MDB_SUCCESS) {
+    mdb_txn_abort(transaction);
+    return code;
+  }
+  return mdb_txn_commit(transaction);
+}
+
+Status MakeFile(const fs::path& path, const FileDescription& description) {
+  MDB_env* handle = nullptr;
+  const Status status = OpenAlone(path, MDB_NOSYNC, handle);
+  if (status != StatusSuccess) return status;
+  const EnvHandle env(handle);
+  int code = WriteFirstEntries(handle, description);
+  if (code == MDB_SUCCESS) code = mdb_env_sync(handle, 1);
+  return StatusOf(code);
+}
+
+std::optional<Owner> OwnerOf(const Reading& reading) {
+  const auto text =
+      ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfHeader(OwnerName));
+  if (!text) return std::nullopt;
+  // A protection that cannot be read protects against everyone.
+  return OwnerFromText(*text).value_or(Owner{"*", false});
+}
+
+/// Puts an owner entry in place, or takes it away.
+Status WriteOwner(ThreadView& view, const std::optional<Owner>& owner) {
+  Writing writing(view);
+  if (writing.Failure() != StatusSuccess) return writing.Failure();
+  const EntryKey name = EntryKey::OfHeader(OwnerName);
+  MDB_val key = name.Value();
+  if (!owner) {
+    return writing.Finish(mdb_del(writing.Transaction(), writing.Tree(), &key, nullptr));
+  }
+  std::string text = ToText(*owner);
+  MDB_val value{text.size(), text.data()};
+  return writing.Finish(mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0));
+}
+
+class LmdbDriver final : public Driver {
+ public:
+  Status Open(const fs::path& path, OpenMode mode, std::unique_ptr<File>& file) override;
+  Status Create(const fs::path& path, const FileDescription& description) override;
+  [[nodiscard]] std::vector<EngineVersion> Versions() const override;
+  std::unique_ptr<Batch> BeginBatch() override { return BeginThreadBatch(); }
+  Status Statistics(const fs::path& path, FileStatistics& statistics) override;
+  Status SetOwner(const fs::path& path, std::string_view name, bool allowRead) override;
+  Status ClearOwner(const fs::path& path, std::string_view name) override;
+  Status Verify(const fs::path& path, std::vector<std::string>& findings,
+                const Progress& progress) override;
+  Status Compact(const fs::path& path) override;
+};
+
+Status LmdbDriver::Open(const fs::path& path, OpenMode mode, std::unique_ptr<File>& file) {
+  std::shared_ptr<ThreadView> view;
+  const Status status = ThreadView::Of(path, view);
+  if (status != StatusSuccess) return status;
+  bool readOnly = mode == OpenMode::ReadOnly;
+  if (!readOnly && !view->Env().Writable()) return StatusPermission;
+  {
+    const Reading reading(*view);
+    if (reading.Failure() != StatusSuccess) return reading.Failure();
+    if (const auto owner = OwnerOf(reading)) {
+      if (!owner->allowRead) return StatusInvalidOwner;
+      readOnly = true;
+    }
+  }
+  file = std::make_unique<LmdbFile>(std::move(view), readOnly);
+  return StatusSuccess;
+}
+
+Status LmdbDriver::Create(const fs::path& path, const FileDescription& description) {
+  if (path.filename().empty()) return StatusInvalidFileName;
+  const TemporaryFile temporary(path);
+  const Status status = MakeFile(temporary.Path(), description);
+  if (status != StatusSuccess) return status;
+  if (chmod(temporary.Path().c_str(), PermissionsIn(path)) != 0) return OpenStatusOf(errno);
+  if (link(temporary.Path().c_str(), path.c_str()) != 0) {
+    return errno == EEXIST ? StatusFileExists : OpenStatusOf(errno);
+  }
+  return StatusSuccess;
+}
+
+std::vector<EngineVersion> LmdbDriver::Versions() const {
+  return {{EngineMajor, EngineMinor, 'N'}, {EngineMajor, EngineMinor, 'S'},
+          {EngineMajor, EngineMinor, 'W'}};
+}
+
+Status LmdbDriver::Statistics(const fs::path& path, FileStatistics& statistics) {
+  std::shared_ptr<ThreadView> view;
+  const Status status = ThreadView::Of(path, view);
+  if (status != StatusSuccess) return status;
+  const Reading reading(*view);
+  if (reading.Failure() != StatusSuccess) return reading.Failure();
+  const auto owner = OwnerOf(reading);
+  const Counters counters = ReadCounters(reading.Transaction(), reading.Tree());
+  statistics = {view->Env().Description(), static_cast<std::int64_t>(counters.records),
+                static_cast<std::uintmax_t>(view->Env().Size()), owner.has_value(),
+                owner && owner->allowRead};
+  return StatusSuccess;
+}
+
+Status LmdbDriver::SetOwner(const fs::path& path, std::string_view name, bool allowRead) {
+  std::shared_ptr<ThreadView> view;
+  const Status status = ThreadView::Of(path, view);
+  if (status != StatusSuccess) return status;
+  if (!view->Env().Writable()) return StatusPermission;
+  return WriteOwner(*view, Owner::Make(name, allowRead));
+}
+
+Status LmdbDriver::ClearOwner(const fs::path& path, std::string_view name) {
+  std::shared_ptr<ThreadView> view;
+  const Status status = ThreadView::Of(path, view);
+  if (status != StatusSuccess) return status;
+  if (!view->Env().Writable()) return StatusPermission;
+  {
+    const Reading reading(*view);
+    if (reading.Failure() != StatusSuccess) return reading.Failure();
+    const auto owner = OwnerOf(reading);
+    if (!owner) return StatusSuccess;
+    if (!owner->IsNamed(name)) return StatusInvalidOwner;
+  }
+  return WriteOwner(*view, std::nullopt);
+}
+
+Status LmdbDriver::Verify(const fs::path& path, std::vector<std::string>& findings,
+                          const Progress& progress) {
+  std::shared_ptr<ThreadView> view;
+  const Status status = ThreadView::Of(path, view);
+  if (status != StatusSuccess) return status;
+  return VerifyFile(*view, findings, progress);
+}
+
+Status LmdbDriver::Compact(const fs::path& path) {
+  DataFile file;
+  Status status = file.Open(path);
+  if (status != StatusSuccess) return status;
+  if (!file.Writable()) return StatusPermission;
+  if (!file.IsLmdb()) return StatusNotARecordFile;
+  if (EnvironmentRef::InUse(file.Identity()) || !file.LockOpening() || !file.LockAlone()) {
+    return StatusFileInUse;
+  }
+  const TemporaryFile temporary(path);
+  MDB_env* handle = nullptr;
+  status = OpenAlone(path, MDB_RDONLY, handle);
+  if (status != StatusSuccess) return status;
+  const EnvHandle env(handle);
+  const int copy = open(temporary.Path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (copy < 0) return OpenStatusOf(errno);
+  int code = mdb_env_copyfd2(handle, copy, MDB_CP_COMPACT);
+  if (code == MDB_SUCCESS && (fsync(copy) != 0 || fchmod(copy, file.Permissions()) != 0)) code = errno;
+  close(copy);
+  if (code == MDB_SUCCESS && rename(temporary.Path().c_str(), path.c_str()) != 0) code = errno;
+  return StatusOf(code);
+}
+
+}  // namespace
+}  // namespace lmdb
+
+Driver& DefaultDriver() {
+  static lmdb::LmdbDriver driver;
+  return driver;
+}
+
+}  // namespace larkmoor::store

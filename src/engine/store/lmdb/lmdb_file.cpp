@@ -1,0 +1,318 @@
+#include "engine/store/lmdb/lmdb_file.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "engine/store/lmdb/failure.h"
+#include "engine/store/lmdb/percentage.h"
+#include "engine/store/lmdb/writes.h"
+#include "engine/tovrin_status.h"
+
+namespace larkmoor::store::lmdb {
+namespace {
+
+Status SearchStatus(int code, Status notFound) {
+  return code == MDB_NOTFOUND ? notFound : StatusOf(code);
+}
+
+/// Gives a record its number where an auto-increment key asks for one, and takes it back unless the insert
+/// succeeds.
+class GivenNumber {
+ public:
+  GivenNumber(const Writing& writing, const FileDescription& file, std::span<std::byte> record) {
+    for (const KeyDescription& key : file.keys) {
+      if (!key.autoIncrement) continue;
+      const auto field = record.subspan(key.segments[0].offset, key.segments[0].width);
+      if (std::any_of(field.begin(), field.end(), [](std::byte b) { return b != std::byte{0}; })) {
+        continue;
+      }
+      const std::int64_t number = NextNumber(writing, key);
+      exhausted_ = number == 0;
+      std::memcpy(field.data(), &number, field.size());
+      field_ = field;
+    }
+  }
+  ~GivenNumber() {
+    if (!kept_) std::fill(field_.begin(), field_.end(), std::byte{0});
+  }
+  GivenNumber(const GivenNumber&) = delete;
+  GivenNumber& operator=(const GivenNumber&) = delete;
+
+  [[nodiscard]] bool Exhausted() const { return exhausted_; }
+  void Keep() { kept_ = true; }
+
+ private:
+  std::span<std::byte> field_;
+  bool exhausted_ = false;
+  bool kept_ = false;
+};
+
+bool RepeatsUnique(const Writing& writing, const FileDescription& file,
+                   std::span<const std::byte> record) {
+  return std::any_of(file.keys.begin(), file.keys.end(), [&](const KeyDescription& key) {
+    return key.unique && HasKey(writing, key.number, EncodeKeyOf(key, record));
+  });
+}
+
+/// The key entries that differ between two states of a record.
+std::vector<KeyChange> Changes(const FileDescription& file, std::span<const std::byte> before,
+                               std::span<const std::byte> after) {
+  std::vector<KeyChange> changes;
+  for (const KeyDescription& key : file.keys) {
+    const EncodedKey from = EncodeKeyOf(key, before);
+    const EncodedKey to = EncodeKeyOf(key, after);
+    if (!std::ranges::equal(from.Bytes(), to.Bytes())) changes.push_back({&key, from, to});
+  }
+  return changes;
+}
+
+Status CheckChanges(const Writing& writing, const std::vector<KeyChange>& changes) {
+  for (const KeyChange& change : changes) {
+    if (!change.key->modifiable) return StatusKeyNotModifiable;
+  }
+  for (const KeyChange& change : changes) {
+    if (change.key->unique && HasKey(writing, change.key->number, change.to)) {
+      return StatusDuplicateKey;
+    }
+  }
+  return StatusSuccess;
+}
+
+int ApplyChanges(const Writing& writing, const std::vector<KeyChange>& changes,
+                 RecordNumber number) {
+  int code = MDB_SUCCESS;
+  for (const KeyChange& change : changes) {
+    if (code == MDB_SUCCESS) code = RemoveKey(writing, change.key->number, change.from, number);
+    if (code == MDB_SUCCESS) code = PutKey(writing, change.key->number, change.to, number);
+  }
+  return code;
+}
+
+int InsertEntries(const Writing& writing, const FileDescription& file, RecordNumber number,
+                  Stamp stamp, std::span<const std::byte> record) {
+  int code = PutRecord(writing, number, stamp, record);
+  for (const KeyDescription& key : file.keys) {
+    if (code == MDB_SUCCESS) code = PutKey(writing, key.number, EncodeKeyOf(key, record), number);
+  }
+  return code;
+}
+
+int RemoveEntries(const Writing& writing, const FileDescription& file, RecordNumber number,
+                  std::span<const std::byte> record) {
+  // All keys first: the record's bytes do not last over a write.
+  std::vector<EncodedKey> encoded;
+  for (const KeyDescription& key : file.keys) encoded.push_back(EncodeKeyOf(key, record));
+  int code = RemoveRecord(writing, number);
+  for (std::size_t i = 0; i < encoded.size() && code == MDB_SUCCESS; ++i) {
+    code = RemoveKey(writing, file.keys[i].number, encoded[i], number);
+  }
+  return code;
+}
+
+}  // namespace
+
+// Reads
+
+Status LmdbFile::CheckPlace(Seek seek, std::int16_t keyNumber) const {
+  if (seek != Seek::Next && seek != Seek::Previous) return StatusSuccess;
+  if (place_.keyNumber < 0) return StatusInvalidPositioning;
+  return place_.keyNumber == keyNumber ? StatusSuccess : StatusDifferentKeyNumber;
+}
+
+int LmdbFile::MoveAlong(Cursor& cursor, Seek seek) const {
+  int code = MDB_SUCCESS;
+  if (cursor.Stands()) {
+    code = cursor.Move(seek == Seek::Next ? MDB_NEXT : MDB_PREV);
+  } else {
+    code = seek == Seek::Next ? cursor.After(place_.entry) : cursor.Below(place_.entry);
+  }
+  if (code == MDB_SUCCESS && !IsOfKey(cursor.Entry(), place_.keyNumber)) return MDB_NOTFOUND;
+  return code;
+}
+
+Status LmdbFile::Get(Seek seek, std::int16_t keyNumber, std::span<const std::byte> key,
+                     std::span<std::byte> record) {
+  const KeyDescription* description = Description().FindKey(keyNumber);
+  if (description == nullptr) return StatusInvalidKeyNumber;
+  if (const Status status = CheckPlace(seek, keyNumber); status != StatusSuccess) return status;
+  const Reading reading(*view_);
+  if (reading.Failure() != StatusSuccess) return reading.Failure();
+
+  Cursor keys(keys_, reading);
+  const bool along = seek == Seek::Next || seek == Seek::Previous;
+  const int code = along ? MoveAlong(keys, seek) : SearchKey(keys, seek, *description, key);
+  keys.Stay(false);
+  if (code == MDB_SUCCESS) return TakeEntry(reading, keyNumber, keys, record);
+  return SearchStatus(code, seek == Seek::Equal ? StatusKeyNotFound : StatusEndOfFile);
+}
+
+Status LmdbFile::TakeEntry(const Reading& reading, std::int16_t keyNumber, Cursor& keys,
+                           std::span<std::byte> record) {
+  Cursor records(records_, reading);
+  const int code = records.At(EntryKey::OfRecord(NumberIn(keys.Entry())));
+  records.Stay(false);
+  if (code != MDB_SUCCESS) return StatusIOError;  // an entry without its record
+  const Status status = TakeRecord(records, record);
+  if (status != StatusSuccess) return status;
+  place_ = {keyNumber, EntryKey::CopyOf(keys.Entry())};
+  keys.Stay(true);
+  return status;
+}
+
+Status LmdbFile::TakeRecord(Cursor& records, std::span<std::byte> record) {
+  const MDB_val& value = records.Value();
+  if (value.mv_size != sizeof(Stamp) + record.size()) return StatusIOError;
+  const auto* bytes = static_cast<const std::byte*>(value.mv_data);
+  std::memcpy(&current_.stamp, bytes, sizeof(Stamp));
+  std::memcpy(record.data(), bytes + sizeof(Stamp), record.size());
+  current_.number = NumberIn(records.Entry());
+  physical_ = current_.number;
+  records.Stay(true);
+  return StatusSuccess;
+}
+
+int LmdbFile::MoveInOrder(Cursor& cursor, Step step) const {
+  int code = MDB_SUCCESS;
+  switch (step) {
+    case Step::First:
+      code = cursor.AtOrAbove(EntryKey::OfRecord(0));
+      break;
+    case Step::Last:
+      code = cursor.Below(EntryKey::OfRecord(LastNumber));
+      break;
+    case Step::Next:
+      code = cursor.Stands() ? cursor.Move(MDB_NEXT) : cursor.After(EntryKey::OfRecord(physical_));
+      break;
+    case Step::Previous:
+      code = cursor.Stands() ? cursor.Move(MDB_PREV) : cursor.Below(EntryKey::OfRecord(physical_));
+      break;
+  }
+  if (code == MDB_SUCCESS && !IsRecord(cursor.Entry())) return MDB_NOTFOUND;
+  return code;
+}
+
+Status LmdbFile::StepTo(Step step, std::span<std::byte> record) {
+  const Reading reading(*view_);
+  if (reading.Failure() != StatusSuccess) return reading.Failure();
+  Cursor records(records_, reading);
+  const int code = MoveInOrder(records, step);
+  records.Stay(false);
+  if (code != MDB_SUCCESS) return SearchStatus(code, StatusEndOfFile);
+  const Status status = TakeRecord(records, record);
+  if (status == StatusSuccess) place_.keyNumber = -1;
+  return status;
+}
+
+std::int32_t LmdbFile::RecordCount() {
+  const Reading reading(*view_);
+  if (reading.Failure() != StatusSuccess) return 0;
+  return static_cast<std::int32_t>(ReadCounters(reading.Transaction(), reading.Tree()).records);
+}
+
+Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
+  const KeyDescription* key = Description().FindKey(keyNumber);
+  if (key == nullptr) return StatusInvalidKeyNumber;
+  if (current_.number == 0) return StatusInvalidPositioning;
+  const Reading reading(*view_);
+  if (reading.Failure() != StatusSuccess) return reading.Failure();
+  const auto stored = ReadEntry(reading.Transaction(), reading.Tree(),
+                                EntryKey::OfRecord(current_.number));
+  if (!stored) return StatusRecordConflict;
+  const auto record = std::as_bytes(std::span(*stored)).subspan(sizeof(Stamp));
+  const KeySpread spread(reading, *key);
+  percent = spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
+  return StatusSuccess;
+}
+
+Status LmdbFile::GetByPercentage(std::int16_t keyNumber, double percent,
+                                 std::span<std::byte> record) {
+  const KeyDescription* key = Description().FindKey(keyNumber);
+  if (key == nullptr) return StatusInvalidKeyNumber;
+  const Reading reading(*view_);
+  if (reading.Failure() != StatusSuccess) return reading.Failure();
+  const auto entry = KeySpread(reading, *key).EntryAt(percent);
+  if (!entry) return StatusEndOfFile;
+  Cursor keys(keys_, reading);
+  keys.Stay(false);
+  const int code = keys.At(*entry);
+  if (code != MDB_SUCCESS) return SearchStatus(code, StatusEndOfFile);
+  return TakeEntry(reading, keyNumber, keys, record);
+}
+
+// Writes
+
+Status LmdbFile::Insert(std::int16_t keyNumber, std::span<std::byte> record) {
+  if (readOnly_) return StatusAccessDenied;
+  const KeyDescription* key = Description().FindKey(keyNumber);
+  if (key == nullptr) return StatusInvalidKeyNumber;
+  Writing writing(*view_);
+  if (writing.Failure() != StatusSuccess) return writing.Failure();
+
+  GivenNumber given(writing, Description(), record);
+  if (given.Exhausted() || RepeatsUnique(writing, Description(), record)) return StatusDuplicateKey;
+  Counters counters = ReadCounters(writing.Transaction(), writing.Tree());
+  const CurrentRecord inserted{counters.next++, NewStamp()};
+  ++counters.records;
+  int code = InsertEntries(writing, Description(), inserted.number, inserted.stamp, record);
+  if (code == MDB_SUCCESS) code = PutCounters(writing, counters);
+  const Status status = writing.Finish(code);
+  if (status != StatusSuccess) return status;
+  given.Keep();
+  TakeWritten(*key, record, inserted);
+  return status;
+}
+
+Status LmdbFile::StoredRecord(const Writing& writing, std::span<const std::byte>& stored) const {
+  const auto found = ReadEntry(writing.Transaction(), writing.Tree(),
+                               EntryKey::OfRecord(current_.number));
+  if (!found || found->size() < sizeof(Stamp)) return StatusRecordConflict;
+  if (std::memcmp(found->data(), &current_.stamp, sizeof(Stamp)) != 0) return StatusRecordConflict;
+  stored = std::as_bytes(std::span(*found)).subspan(sizeof(Stamp));
+  return StatusSuccess;
+}
+
+Status LmdbFile::Update(std::int16_t keyNumber, std::span<const std::byte> record) {
+  if (readOnly_) return StatusAccessDenied;
+  const KeyDescription* key = Description().FindKey(keyNumber);
+  if (key == nullptr) return StatusInvalidKeyNumber;
+  if (current_.number == 0) return StatusInvalidPositioning;
+  Writing writing(*view_);
+  if (writing.Failure() != StatusSuccess) return writing.Failure();
+
+  std::span<const std::byte> stored;
+  if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
+  const std::vector<KeyChange> changes = Changes(Description(), stored, record);
+  if (const Status status = CheckChanges(writing, changes); status != StatusSuccess) return status;
+  const CurrentRecord updated{current_.number, NewStamp()};
+  int code = PutRecord(writing, updated.number, updated.stamp, record);
+  if (code == MDB_SUCCESS) code = ApplyChanges(writing, changes, updated.number);
+  const Status status = writing.Finish(code);
+  if (status == StatusSuccess) TakeWritten(*key, record, updated);
+  return status;
+}
+
+Status LmdbFile::Delete() {
+  if (readOnly_) return StatusAccessDenied;
+  if (current_.number == 0) return StatusInvalidPositioning;
+  Writing writing(*view_);
+  if (writing.Failure() != StatusSuccess) return writing.Failure();
+
+  std::span<const std::byte> stored;
+  if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
+  int code = RemoveEntries(writing, Description(), current_.number, stored);
+  Counters counters = ReadCounters(writing.Transaction(), writing.Tree());
+  --counters.records;
+  if (code == MDB_SUCCESS) code = PutCounters(writing, counters);
+  const Status status = writing.Finish(code);
+  if (status == StatusSuccess) current_.number = 0;
+  return status;
+}
+
+void LmdbFile::TakeWritten(const KeyDescription& key, std::span<const std::byte> record,
+                           CurrentRecord written) {
+  current_ = written;
+  physical_ = written.number;
+  place_ = {key.number, EntryKey::OfKey(key.number, EncodeKeyOf(key, record), written.number)};
+}
+
+}  // namespace larkmoor::store::lmdb

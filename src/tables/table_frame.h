@@ -1,0 +1,72 @@
+// What every table is: one record file, one record object, and the operations on them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include <larkmoor/status.h>
+
+#include "engine/tovrin_file.h"
+#include "engine/tovrin_record.h"
+
+namespace larkmoor {
+
+/// Where a class departs from the frame.
+struct FrameBehaviour {
+  /// `CloseFile` leaves the object marked open, so that the next one asks the engine again.
+  bool closeKeepsOpenMark = false;
+  /// `OpenFile` never marks the object open, so that `CloseFile` closes nothing.
+  bool openSetsNoMark = false;
+  /// A failed `OpenFile` keeps the file object.
+  bool failedOpenKeepsFile = false;
+};
+
+/// The frame of a table. A public class owns one and forwards its operations to it. No operation raises an
+/// error; each answers with the engine's status.
+class TableFrame {
+ public:
+  /// `fileName` is the bare name of the file, which `OpenFile` looks for in the company folder.
+  TableFrame(const RecordDescription& record, std::string_view fileName,
+             FrameBehaviour behaviour = {});
+
+  /// Opens the file in normal mode, binds and blanks the record. Where that fails the object drops its file
+  /// and is otherwise as it was.
+  Status OpenFile();
+  /// Closes the file and drops it and the record; 0 where the object is not marked open.
+  Status CloseFile();
+  Status Delete() { return file_->btDelete(); }
+  /// Both use the key number of the last keyed read.
+  Status Insert() { return file_->btInsert(keyNumber_); }
+  Status Update() { return file_->btUpdate(keyNumber_); }
+  std::int32_t RecordCount() { return file_->btRecordCount(); }
+  // Steps leave the key number as it was.
+  Status StepFirst() { return file_->btStepFirst(); }
+  Status StepLast() { return file_->btStepLast(); }
+  Status StepNext() { return file_->btStepNext(); }
+  Status StepPrevious() { return file_->btStepPrevious(); }
+  /// A keyed read; the key writers have filled the key buffer of `File()`.
+  Status Read(Status (TovrinFile::*read)(std::int16_t), std::int16_t keyNumber) {
+    keyNumber_ = keyNumber;
+    return (*file_.*read)(keyNumber);
+  }
+
+  [[nodiscard]] TovrinFile& File() { return *file_; }
+  [[nodiscard]] Tovrin2Record& Record() { return record_; }
+  /// Key number of the last keyed read, 0 before the first.
+  [[nodiscard]] std::int16_t KeyNumber() const { return keyNumber_; }
+  /// Release of the data as the last successful `OpenFile` found it, 0 before.
+  [[nodiscard]] double FileVersion() const { return fileVersion_; }
+  [[nodiscard]] bool IsOpen() const { return isOpen_; }
+
+ private:
+  std::string_view fileName_;
+  FrameBehaviour behaviour_;
+  std::unique_ptr<TovrinFile> file_;  // never null: a dropped file gives way to a fresh one
+  Tovrin2Record record_;
+  std::int16_t keyNumber_ = 0;
+  double fileVersion_ = 0;
+  bool isOpen_ = false;
+};
+
+}  // namespace larkmoor

@@ -1,0 +1,70 @@
+"""What the documentation shows is what the project has."""
+
+import re
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+PAGES = sorted(page for page in ROOT.rglob("*.md")
+               if not {"build", ".git"} & set(page.relative_to(ROOT).parts))
+
+
+def text_of(path):
+    return (ROOT / path).read_text(encoding="utf-8")
+
+
+def headings(page):
+    """The names under which the headings of a page are linked to."""
+    lines = re.sub(r"```.*?```", "", page.read_text(encoding="utf-8"), flags=re.DOTALL)
+    for heading in re.findall(r"^#+ (.+)$", lines, flags=re.MULTILINE):
+        yield re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
+class ReadmeTest(unittest.TestCase):
+    def test_the_program_of_the_readme_is_the_one_that_is_run(self):
+        program = re.search(r"```cpp\n(.*?)```", text_of("README.md"), re.DOTALL).group(1)
+        self.assertEqual(program, text_of("examples/quick_start.cpp"))
+
+    def test_the_readme_tells_what_its_program_prints(self):
+        printed = text_of("examples/expected/quick_start.txt").strip()
+        self.assertIn(f"It prints `{printed}`", text_of("README.md"))
+
+    def test_every_public_header_by_hand_is_in_the_table_of_headers(self):
+        # member_access.h is the library's own way into the classes.
+        for header in sorted((ROOT / "include/larkmoor").glob("*.h")):
+            if header.name != "member_access.h":
+                self.assertIn(f"`<larkmoor/{header.name}>`", text_of("README.md"))
+
+
+class PagesTest(unittest.TestCase):
+    def test_every_link_within_the_project_leads_somewhere(self):
+        for page in PAGES:
+            for target in re.findall(r"\]\(([^)\s]+)\)", page.read_text(encoding="utf-8")):
+                if "://" in target:
+                    continue
+                with self.subTest(page=str(page.relative_to(ROOT)), target=target):
+                    path, _, anchor = target.partition("#")
+                    linked = page.parent / path if path else page
+                    self.assertTrue(linked.exists())
+                    if anchor:
+                        self.assertIn(anchor, list(headings(linked)))
+
+    def test_every_folder_of_the_sources_has_its_paragraph(self):
+        titles = re.findall(r"^## (.*)$", text_of("src/README.md"), re.MULTILINE)
+        told = {name.rstrip("/") for title in titles for name in title.split(", ")}
+        sources = ROOT / "src"
+        for folder in sorted(sources.rglob("*")):
+            if folder.is_dir() and folder.name != "records":
+                self.assertIn(str(folder.relative_to(sources)), told)
+
+    def test_every_package_of_the_set_up_has_its_reason_or_is_a_tool(self):
+        tools = {"g++", "cmake", "ninja-build", "python3", "clang", "libclang-rt-14-dev", "llvm",
+                 "clang-format", "clang-tidy"}
+        lists = re.findall(r"_packages=\(([^)]*)\)", text_of("cmake/setup.sh"))
+        self.assertEqual(len(lists), 2)
+        for package in set(" ".join(lists).split()) - tools:
+            self.assertIn(f"`{package}`", text_of("docs/dependencies.md"))
+
+
+if __name__ == "__main__":
+    unittest.main()

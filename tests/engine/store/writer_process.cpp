@@ -1,0 +1,255 @@
+// A process beside the tests: works on sample files as it is told, to be watched, interrupted and
+// killed.
+//
+//   larkmoor_writer_process remote FILE               does what it is asked to, line by line
+//   larkmoor_writer_process fill FILE COUNT           inserts records that ask for their number
+//   larkmoor_writer_process count FILE ROUNDS         raises every record's account ROUNDS times
+//   larkmoor_writer_process batches FIRST SECOND ROUNDS
+//                                                     writes to both files in batches, in that
+//                                                     order
+//   larkmoor_writer_process work FILE SEED            writes at random until it is killed
+//   larkmoor_writer_process walk FILE                 reads the file over and over until it is
+//   killed
+//
+// It prints "ready" when the file is open. It ends with 0 when its work is done, and with 1 and a
+// word of explanation where a status was not what it must be.
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engine/store/driver.h"
+#include "engine/tovrin_status.h"
+#include "support/sample_files.h"
+
+namespace larkmoor::test {
+namespace {
+
+using store::Seek;
+using store::Step;
+using Arguments = std::vector<std::string>;
+
+void Print(const std::string& line) { std::cout << line << std::endl; }
+
+void Expect(Status status, const std::string& what) {
+  if (status != StatusSuccess) throw std::runtime_error(what + ": " + std::to_string(status));
+}
+
+Cursor Open(const std::string& path) { return {store::DefaultDriver(), path}; }
+
+Status Find(Cursor& file, std::int32_t number) {
+  return file.Get(Seek::Equal, SampleKey::Number, {.number = number});
+}
+
+/// Answers each line of the input with a line that begins with a status. The lines: "insert NUMBER
+/// VALUE", "read NUMBER" and "next" (which answer with the record's value too), "update NUMBER
+/// VALUE" and "delete" of the record in hand, "batch", "commit", "drop", and "lengthen FROM COUNT",
+/// which inserts many records in one commit.
+int Remote(Cursor file) {
+  std::unique_ptr<store::Batch> batch;
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    std::istringstream words(line);
+    std::string verb;
+    std::int32_t number = 0;
+    std::int32_t value = 0;
+    words >> verb >> number >> value;
+    Status status = StatusSuccess;
+    if (verb == "insert") {
+      status = file.Insert(SampleKey::Number, MadeSample(number, value));
+    } else if (verb == "read") {
+      status = Find(file, number);
+    } else if (verb == "next") {
+      status = file.Get(Seek::Next, SampleKey::Number);
+    } else if (verb == "update") {
+      status = file.Update(SampleKey::Number, MadeSample(number, value));
+    } else if (verb == "delete") {
+      status = file.Delete();
+    } else if (verb == "batch") {
+      batch = store::DefaultDriver().BeginBatch();
+    } else if (verb == "commit") {
+      status = batch->Commit();
+    } else if (verb == "drop") {
+      batch.reset();
+    } else if (verb == "lengthen") {
+      const auto gathered = store::DefaultDriver().BeginBatch();
+      for (std::int32_t i = number; i < number + value && status == StatusSuccess; ++i) {
+        status = file.Insert(SampleKey::Number, MadeSample(i, i));
+      }
+      if (status == StatusSuccess) status = gathered->Commit();
+    } else {
+      throw std::runtime_error("unknown request " + line);
+    }
+    Print(std::to_string(status) +
+          (verb == "read" || verb == "next" ? " " + std::to_string(file.InHand().account) : ""));
+  }
+  return 0;
+}
+
+int FillFile(Cursor file, int count) {
+  for (int i = 0; i < count; ++i) Expect(file.Insert(SampleKey::Number, {}), "insert");
+  return 0;
+}
+
+/// Raises the account of every record, reading again as often as someone else was quicker.
+int Count(Cursor file, int rounds) {
+  for (int i = 0; i < rounds; ++i) {
+    for (Status step = file.StepTo(Step::First); step == StatusSuccess;
+         step = file.StepTo(Step::Next)) {
+      Status status = StatusRecordConflict;
+      while (status == StatusRecordConflict) {
+        Sample counter = file.InHand();
+        Expect(Find(file, counter.number), "read");
+        counter = file.InHand();
+        ++counter.account;
+        status = file.Update(SampleKey::Number, counter);
+      }
+      Expect(status, "update");
+    }
+  }
+  return 0;
+}
+
+int Batches(Cursor first, Cursor second, int rounds) {
+  const auto batch = store::DefaultDriver().BeginBatch();
+  for (int i = 0; i < rounds; ++i) {
+    Expect(first.Insert(SampleKey::Number, {}), "insert into the first file");
+    Expect(second.Insert(SampleKey::Number, {}), "insert into the second file");
+    Expect(batch->Commit(), "commit");
+  }
+  return 0;
+}
+
+/// Writes at random. Tells each piece of work before it is tried ("try 5=17 3=-": record 5 gets the
+/// value 17, record 3 is deleted) and, once its status was 0, that it is done.
+class RandomWork {
+ public:
+  RandomWork(Cursor file, std::uint32_t seed) : file_(std::move(file)), random_(seed) {
+    for (Status status = file_.StepTo(Step::First); status == StatusSuccess;
+         status = file_.StepTo(Step::Next)) {
+      numbers_.push_back(file_.InHand().number);
+    }
+  }
+
+  [[noreturn]] void GoOn() {
+    for (;;) {
+      if (Below(4) == 0) {
+        WriteBatch();
+      } else {
+        Write(Plan(1));
+        Print("done");
+      }
+    }
+  }
+
+ private:
+  struct Change {
+    std::int32_t number;
+    std::int32_t value;  ///< 0 deletes
+    bool isNew;
+  };
+
+  std::int32_t Below(std::int32_t end) {
+    return std::uniform_int_distribution<std::int32_t>(0, end - 1)(random_);
+  }
+
+  /// Chooses changes and tells them.
+  std::vector<Change> Plan(int count) {
+    constexpr std::size_t Few = 20;
+    constexpr std::size_t Many = 150;
+    std::vector<Change> changes;
+    std::string told = "try";
+    for (int i = 0; i < count; ++i) {
+      Change change{0, 1 + Below(100'000), false};
+      if (numbers_.size() < Few || (numbers_.size() < Many && Below(3) == 0)) {
+        change.number = *std::max_element(numbers_.begin(), numbers_.end()) + 1;
+        change.isNew = true;
+        numbers_.push_back(change.number);
+      } else {
+        const auto chosen =
+            numbers_.begin() + Below(static_cast<std::int32_t>(numbers_.size()) - 1) + 1;
+        change.number = *chosen;
+        if (Below(2) == 0) {
+          change.value = 0;
+          numbers_.erase(chosen);
+        }
+      }
+      told += ' ' + std::to_string(change.number) + '=' +
+              (change.value == 0 ? "-" : std::to_string(change.value));
+      changes.push_back(change);
+    }
+    Print(told);
+    return changes;
+  }
+
+  void Write(const std::vector<Change>& changes) {
+    for (const Change& change : changes) {
+      if (!change.isNew) Expect(Find(file_, change.number), "read");
+      if (change.value == 0) {
+        Expect(file_.Delete(), "delete");
+      } else if (change.isNew) {
+        Expect(file_.Insert(0, MadeSample(change.number, change.value)), "insert");
+      } else {
+        Expect(file_.Update(0, MadeSample(change.number, change.value)), "update");
+      }
+    }
+  }
+
+  void WriteBatch() {
+    const auto batch = store::DefaultDriver().BeginBatch();
+    Write(Plan(2 + Below(12)));
+    Expect(batch->Commit(), "commit");
+    Print("done");
+  }
+
+  Cursor file_;
+  std::mt19937 random_;
+  std::vector<std::int32_t> numbers_{0};  ///< of the records; the 0 stands for none
+};
+
+[[noreturn]] void WalkForEver(Cursor file) {
+  for (;;) {
+    NumbersByKey(file, SampleKey::Name);
+    NumbersByStep(file);
+  }
+}
+
+int Run(const Arguments& arguments) {
+  const std::string& verb = arguments.at(0);
+  Cursor file = Open(arguments.at(1));
+  if (verb == "batches") {
+    Cursor second = Open(arguments.at(2));
+    Print("ready");
+    return Batches(std::move(file), std::move(second), std::stoi(arguments.at(3)));
+  }
+  Print("ready");
+  if (verb == "remote") return Remote(std::move(file));
+  if (verb == "fill") return FillFile(std::move(file), std::stoi(arguments.at(2)));
+  if (verb == "count") return Count(std::move(file), std::stoi(arguments.at(2)));
+  if (verb == "walk") WalkForEver(std::move(file));
+  if (verb == "work") {
+    const auto seed = static_cast<std::uint32_t>(std::stoul(arguments.at(2)));
+    RandomWork(std::move(file), seed).GoOn();
+  }
+  throw std::runtime_error("unknown work " + verb);
+}
+
+}  // namespace
+}  // namespace larkmoor::test
+
+int main(int count, char** arguments) {
+  try {
+    return larkmoor::test::Run({arguments + 1, arguments + count});
+  } catch (const std::exception& error) {
+    std::cout << "failed: " << error.what() << std::endl;
+    return 1;
+  }
+}
