@@ -125,7 +125,8 @@ Property PropertyOf(const Member& member) {
 std::string Column::Name() const {
   std::string name(property->name);
   for (std::size_t i = 0; i < indexes.size(); ++i) {
-    name += (i == 0 ? "(" : ",") + std::to_string(indexes[i]);
+    name += i == 0 ? '(' : ',';
+    name += std::to_string(indexes[i]);
   }
   return indexes.empty() ? name : name + ")";
 }

@@ -17,10 +17,11 @@ from larkgen.classes import load_classes
 from larkgen.file_names import load_file_names
 from larkgen.numbers import MemberNumbers
 from larkgen.records import load_records
-from larkgen.source import Problems
+from larkgen.source import NameLists, Problems
 from larkgen.writer import write_if_different
 
 RECORDS = Path("engine/records")
+LISTS = Path("engine/lists")
 FILE_NAMES = Path("engine/file_names.toml")
 NUMBERS = Path("automation/member_numbers.tsv")
 
@@ -32,8 +33,11 @@ class Dictionary:
         self.source = source
         self.problems = Problems()
         self.file_names = load_file_names(source / FILE_NAMES, self.problems)
-        self.records = load_records((source / RECORDS).glob("*.toml"), self.file_names, self.problems)
-        self.classes = load_classes(class_paths(source), self.records, self.file_names, self.problems)
+        lists = NameLists((source / LISTS).glob("*.toml"), self.problems)
+        self.records = load_records((source / RECORDS).glob("*.toml"), self.file_names, lists,
+                                    self.problems)
+        self.classes = load_classes(class_paths(source), self.records, self.file_names, lists,
+                                    self.problems)
 
 
 def class_paths(source):

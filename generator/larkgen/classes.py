@@ -114,10 +114,10 @@ class PublicClass:
         return self.record is not None
 
 
-def load_classes(paths, records, file_names, problems):
+def load_classes(paths, records, file_names, name_lists, problems):
     """All classes, by name."""
-    classes = [ClassReader(Source(path, problems), path.parent.name, records, file_names).read()
-               for path in sorted(paths)]
+    classes = [ClassReader(Source(path, problems), path.parent.name, records, file_names,
+                           name_lists).read() for path in sorted(paths)]
     seen = set()
     for each in classes:
         if each.name.lower() in seen:
@@ -129,11 +129,12 @@ def load_classes(paths, records, file_names, problems):
 class ClassReader:
     """Turns one file into a PublicClass, complaining of whatever does not hold."""
 
-    def __init__(self, source, subsystem, records, file_names):
+    def __init__(self, source, subsystem, records, file_names, name_lists):
         self.source = source
         self.subsystem = subsystem
         self.records = records
         self.file_names = file_names
+        self.name_lists = name_lists
 
     def read(self):
         source = self.source
@@ -186,6 +187,9 @@ class ClassReader:
             self.complain_operation(name, f"unknown type \"{operation.returns}\"")
         if operation.kind == "gives":
             operation.gives = value["gives"]
+            if isinstance(operation.gives, bool) != (operation.returns == "Boolean"):
+                self.complain_operation(name, f"gives {operation.gives}, and returns a "
+                                        f"{operation.returns}")
         if operation.kind == "read":
             self.read_search(operation, value)
         return operation
@@ -251,15 +255,17 @@ class ClassReader:
     # Properties
 
     def read_properties(self):
-        names = list(self.source.tables.get("properties", {}))
+        written = self.source.tables.get("properties", {})
+        names = [name for name, value in written.items() if "list" not in value]
         for earlier, later in zip(names, names[1:]):
             if earlier.lower() > later.lower():
                 self.complain_property(later, f"stands behind {earlier}: properties are in "
                                        "alphabetical order")
-        for name in names:
-            prop = self.read_property(name, self.source.tables["properties"][name])
+        for name, value in self.name_lists.expand(self.source, "properties").items():
+            prop = self.read_property(name, value)
             if prop is not None:
                 self.result.properties.append(prop)
+        self.result.properties.sort(key=lambda prop: prop.name.lower())
 
     def read_property(self, name, value):
         if not isinstance(value, dict):

@@ -23,9 +23,8 @@ def cpp_name(cls, member):
 
 
 def parameter(argument):
-    if argument.byref:
-        return f"{GIVEN[argument.type]}& {argument.name}"
-    return f"{TAKEN[argument.type]} {argument.name}"
+    cpp_type = f"{GIVEN[argument.type]}&" if argument.byref else TAKEN[argument.type]
+    return f"{cpp_type} {argument.name}".rstrip()
 
 
 def parameters(arguments):
@@ -133,7 +132,7 @@ def frame_behaviour(cls):
 
 def class_source(cls, path):
     lines = [banner(path), f'#include "{cls.subsystem}/{cls.stem}_parts.h"\n']
-    if any(prop.kind == "date" for prop in cls.properties):
+    if any(prop.kind == "date" or prop.clamp for prop in cls.properties):
         lines.append('#include "connection/conversions.h"\n')
     lines += ["namespace larkmoor {\n"] + lifecycle(cls)
     for operation in cls.operations:
@@ -160,11 +159,11 @@ def lifecycle(cls):
 
 def operation_body(cls, operation):
     name = f"{cls.name}::{cpp_name(cls, operation)}"
-    unnamed = ", ".join(GIVEN[a.type] + "&" if a.byref else TAKEN[a.type] for a in operation.args)
+    unnamed = parameters([type(a)(a.type, "", a.byref) for a in operation.args])
     if operation.kind == "frame":
         return [f"{returned(operation)} {name}() {{ return parts_->table.{operation.name}(); }}", ""]
     if operation.kind == "gives":
-        return [f"{returned(operation)} {name}({unnamed}) {{ return {operation.gives}; }}", ""]
+        return [f"{returned(operation)} {name}({unnamed}) {{ return {str(operation.gives).lower()}; }}", ""]
     lines = [f"{returned(operation)} {name}({parameters(operation.args)}) {{"]
     for writer, values in operation.writers:
         lines.append(f"  parts_->table.File().{writer}({', '.join(values)});")
@@ -206,11 +205,14 @@ def unnamed_if(prop, unnamed):
 
 
 def dead_value(prop):
+    """What a dead property reads; of a Variant also "Empty"."""
     if prop.dead is True:
         return BLANK[prop.type]
+    if prop.type == "Variant" and prop.dead == "Empty":
+        return "{}"
     if isinstance(prop.dead, str):
         return f'{GIVEN[prop.type]}("{prop.dead}")'
-    return f"std::int16_t{{{prop.dead}}}" if prop.type == "Variant" else f"{prop.dead}"
+    return f"{GIVEN[prop.type]}({prop.dead})"
 
 
 def dead_bodies(prop):

@@ -113,7 +113,7 @@ def parse_type(text):
     return name, size, *(counts + [0, 0])[:2]
 
 
-def load_records(paths, file_names, problems):
+def load_records(paths, file_names, name_lists, problems):
     """All records of the dictionary by name, the ones over another's file completed from it."""
     sources = [Source(path, problems) for path in sorted(paths)]
     records = {}
@@ -121,7 +121,7 @@ def load_records(paths, file_names, problems):
         for source in sources:
             head = source.tables.get("record", {})
             if ("over" in head) == over:
-                record = RecordReader(source, file_names, records).read()
+                record = RecordReader(source, file_names, name_lists, records).read()
                 if record.name.lower() in (name.lower() for name in records):
                     source.complain("record", "name", f"there is a record {record.name} already")
                 records[record.name] = record
@@ -131,9 +131,10 @@ def load_records(paths, file_names, problems):
 class RecordReader:
     """Turns one file into a Record, complaining of whatever does not hold."""
 
-    def __init__(self, source, file_names, records):
+    def __init__(self, source, file_names, name_lists, records):
         self.source = source
         self.file_names = file_names
+        self.name_lists = name_lists
         self.records = records
 
     def read(self):
@@ -187,7 +188,7 @@ class RecordReader:
 
     def read_fields(self, record):
         offset = sum(f.size for f in record.fields)
-        for name, value in self.source.tables.get("fields", {}).items():
+        for name, value in self.name_lists.expand(self.source, "fields").items():
             if not isinstance(value, dict):
                 self.source.complain("fields", name, f"{name}: a field is {{ type, doc }}")
                 continue
@@ -309,4 +310,4 @@ class RecordReader:
         starts = [start for start, _ in record.lengths[1:]] + [float("inf")]
         for (start, length), stop in zip(record.lengths, starts):
             if end > length and key.holds_in(max(start, FIRST_RELEASE), stop):
-                complain(f"lies beyond the record's {length} bytes in release {start:g}")
+                complain(f"lies beyond the record's {length} bytes in release {max(start, FIRST_RELEASE):g}")

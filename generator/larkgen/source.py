@@ -88,3 +88,34 @@ class Source:
                 earlier = seen.setdefault(name.lower(), (table, name))
                 if earlier != (table, name):
                     self.complain(table, name, f"{name}: there is a member {earlier[1]} already")
+
+
+class NameLists:
+    """Lists of names that records and classes share, such as the rights of users: one file each, with a
+    doc text for every name, in the order of the record."""
+
+    def __init__(self, paths, problems):
+        self.lists = {}
+        for path in sorted(paths):
+            source = Source(path, problems)
+            source.check_tables(("list", "names"))
+            source.check_entries("list", ("doc",))
+            source.check_names_differ("names")
+            self.lists[source.stem] = source.tables.get("names", {})
+
+    def expand(self, source, table):
+        """The entries of a table. One that names a list stands for an entry a name; a name that has an entry
+        of its own as well is left to that."""
+        entries = source.tables.get(table, {})
+        expanded = {}
+        for name, value in entries.items():
+            if not (isinstance(value, dict) and "list" in value):
+                expanded[name] = value
+                continue
+            common = {key: text for key, text in value.items() if key != "list"}
+            if value["list"] not in self.lists:
+                source.complain(table, name, f"unknown list \"{value['list']}\"")
+            for each, doc in self.lists.get(value["list"], {}).items():
+                if each not in entries:
+                    expanded[each] = common | {"doc": doc}
+        return expanded

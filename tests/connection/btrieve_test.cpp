@@ -221,6 +221,13 @@ TEST_F(BtrieveConnect, CompanyFileThatMayBeReadIsEnough) {
   EXPECT_EQ(Connect(company.Path()), StatusSuccess);
 }
 
+TEST_F(BtrieveConnect, OpensTheCompanyFileForReadingOnly) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  const UnconnectedCompany company;
+  test::MakeReadOnly(company.CompanyFile());
+  EXPECT_EQ(Connect(company.Path()), StatusSuccess);
+}
+
 TEST_F(BtrieveConnect, LooksAtNoOtherRecordFile) {
   const UnconnectedCompany company;
   std::filesystem::remove(company.AddressFile());

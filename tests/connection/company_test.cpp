@@ -219,16 +219,16 @@ TEST_F(CreateCompanyTest, RefusesAFolderWithAVersionFileAndLeavesItAsItWas) {
 
 TEST_F(CreateCompanyTest, RefusesAFolderWithARecordFileAndLeavesItAsItWas) {
   std::filesystem::create_directory(Folder());
-  test::WriteFile(Folder() / "Vendor.dat", "somebody's vendors");
+  test::WriteFile(Folder() / "Address.dat", "somebody's addresses");
   const Content before = ContentOf(Folder());
   EXPECT_TRUE(IsRefused(Folder()));
   EXPECT_TRUE(ContentOf(Folder()) == before);
 }
 
-// File names are the same whatever their case, so this one stands in the way of "Vendor.dat".
+// File names are the same whatever their case, so this one stands in the way of "Address.dat".
 TEST_F(CreateCompanyTest, RefusesAFolderWithARecordFileInAnotherCase) {
   std::filesystem::create_directory(Folder());
-  test::WriteFile(Folder() / "VENDOR.DAT", "somebody's vendors");
+  test::WriteFile(Folder() / "ADDRESS.DAT", "somebody's addresses");
   const Content before = ContentOf(Folder());
   EXPECT_TRUE(IsRefused(Folder()));
   EXPECT_TRUE(ContentOf(Folder()) == before);

@@ -114,6 +114,13 @@ TEST(CompanyVersion, HugeFilesAreReadLikeSmallOnes) {
   EXPECT_EQ(ReleaseOf(megabytes), 0);
 }
 
+TEST(CompanyVersion, FileNameMatchesInAnyCase) {
+  const test::TempFolder folder;
+  test::WriteFile(folder.Path() / "Version.txt", "12.00");
+  Shared().gCompanyPath = folder.Path().string() + "/";
+  EXPECT_NEAR(ReadCompanyVersion(), 9.0, Tolerance);
+}
+
 TEST(CompanyVersion, MissingFileIs0) {
   const test::TempFolder folder;
   Shared().gCompanyPath = folder.Path().string() + "/";

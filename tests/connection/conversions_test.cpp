@@ -108,6 +108,7 @@ TEST(DateToRecord, StoresTheLastDayOf1999AsTheOtherEmptyDate) {
   EXPECT_EQ(DateToRecord(Date::FromYmd(1999, 12, 31)), OtherEmptyDate);
   EXPECT_EQ(DateToRecord(LastDayOf1999), OtherEmptyDate);
   EXPECT_EQ(DateToRecord(std::int32_t{36525}), OtherEmptyDate);
+  EXPECT_EQ(DateToRecord("1999-12-31"), OtherEmptyDate);
 }
 
 TEST(DateToRecord, StoresTheDaysAroundItAndItsLaterHours) {

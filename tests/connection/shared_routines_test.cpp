@@ -2,8 +2,6 @@
 // write, and that they leave nothing open and nobody's position disturbed.
 #include "connection/shared_routines.h"
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -135,6 +133,13 @@ TEST_F(EmployeeIndex, NeedsNoMoreThanReadingTheFile) {
   EXPECT_EQ(messages_.Texts(), Messages{});
 }
 
+TEST_F(EmployeeIndex, IsFoundInAReadOnlyFile) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  AddEmployee("ADAMS", 11);
+  test::MakeReadOnly(EmployeeFile());
+  EXPECT_EQ(EmployeeIndexFromID("ADAMS"), 11);
+}
+
 TEST_F(EmployeeIndex, OfATextThatIsNoUtf8Is0WithAMessage) {
   EXPECT_EQ(EmployeeIndexFromID("\xff\xfe"), 0);
   EXPECT_EQ(messages_.Texts(), Messages{"Error getting SalesRep index:\r\n13:Type mismatch"});
@@ -245,6 +250,12 @@ TEST_F(BatchEntry, IsRefusedWhereTheFileDoesNotOpen) {
   EXPECT_FALSE(IncrementBatchEntry(3));
 }
 
+TEST_F(BatchEntry, IsRefusedWhereTheFileIsReadOnly) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  test::MakeReadOnly(GeneralFile());
+  EXPECT_FALSE(IncrementBatchEntry(3));
+}
+
 // Neither the read nor the update is looked at.
 TEST_F(BatchEntry, AnswersTrueWithoutTheRow) {
   {
@@ -268,6 +279,18 @@ TEST_F(BatchEntry, OfNoJournalRaises9AndChangesNothing) {
   EXPECT_EQ(RaisedNumber([] { IncrementBatchEntry(-1); }), 9);
   EXPECT_FALSE(IsHeldOpen(GeneralFile()));
   EXPECT_EQ(Counters(GeneralFile()).Record().Bytes(), before);
+}
+
+TEST_F(BatchEntry, BeyondTheLargestIntegerRaises6AndChangesNothing) {
+  {
+    Counters counters(GeneralFile());
+    counters.Record().SetInteger(GeneralDataRecord::BatchEntryCount, 32767, 3);
+    ASSERT_EQ(counters.File().btUpdate(0), StatusSuccess);
+  }
+  EXPECT_EQ(RaisedNumber([] { IncrementBatchEntry(3); }), 6);
+  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+  EXPECT_EQ(Count(3), 32767);
+  EXPECT_EQ(Flag(3), 0);
 }
 
 TEST_F(BatchEntry, LeavesTheFileClosed) {
@@ -351,6 +374,13 @@ TEST_P(MaxNRecordTest, OfAFileThatMayNotBeReadIsMinus1) {
   EXPECT_EQ(MaxNRecord(), -1);
 }
 
+TEST_P(MaxNRecordTest, IsFoundInAReadOnlyFile) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  AddHeader(7, {1, 1, 0});
+  test::MakeReadOnly(HeaderFile());
+  EXPECT_EQ(MaxNRecord(), 7);
+}
+
 TEST_P(MaxNRecordTest, LeavesTheFileClosed) {
   EXPECT_EQ(MaxNRecord(), 1);
   EXPECT_FALSE(IsHeldOpen(HeaderFile()));
@@ -414,6 +444,13 @@ TEST_P(MaxTrxNumberTest, OfAFileThatMayNotBeReadIsMinus1) {
   AddHeader({1, 5, 3});
   test::ProtectFile(HeaderFile(), /*allowRead=*/false);
   EXPECT_EQ(MaxTrxNumber(5, 3), -1);
+}
+
+TEST_P(MaxTrxNumberTest, IsFoundInAReadOnlyFile) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  AddHeader({1, 5, 3});
+  test::MakeReadOnly(HeaderFile());
+  EXPECT_EQ(MaxTrxNumber(5, 3), 1);
 }
 
 // It releases the file without a close of its own.
@@ -605,10 +642,10 @@ TEST_P(DocumentNumberTest, InAFileThatMayOnlyBeReadAnswersTheStatusOfTheUpdate) 
 }
 
 // Also a read opens the file for writing, and fails where the file system does not allow that.
-TEST_P(DocumentNumberTest, OnAReadOnlyFileSystemReadsEmptyAndAnswers3) {
-  if (geteuid() == 0) GTEST_SKIP() << "no file is read-only to the superuser";
+TEST_P(DocumentNumberTest, InAReadOnlyFileReadsEmptyAndAnswers3) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
   Store("77");
-  std::filesystem::permissions(GeneralFile(), std::filesystem::perms::owner_read);
+  test::MakeReadOnly(GeneralFile());
   EXPECT_EQ(Read(), "");
   EXPECT_EQ(Write("78"), StatusFileNotOpen);
 }

@@ -2,6 +2,8 @@
 // holds what open.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -43,6 +45,14 @@ inline bool IsHeldOpen(const std::filesystem::path& path) {
 /// Protects a record file by an owner name that nobody in these tests gives.
 inline void ProtectFile(const std::filesystem::path& path, bool allowRead) {
   ASSERT_EQ(store::DefaultDriver().SetOwner(path, "someone", allowRead), StatusSuccess);
+}
+
+/// Whether the file system lets this process write everywhere, so that no file is read-only to it.
+inline bool IsSuperuser() { return geteuid() == 0; }
+
+/// Takes away the right to write the file.
+inline void MakeReadOnly(const std::filesystem::path& path) {
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
 }
 
 /// A record file, open for the lifetime of the object, with a record bound to it: for laying rows

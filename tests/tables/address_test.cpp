@@ -238,6 +238,13 @@ TEST_F(AddressLifecycle, FileThatMayOnlyBeReadOpensAndRefusesWrites) {
   EXPECT_EQ(address.RecordCount(), 1);
 }
 
+TEST_F(AddressLifecycle, ReadOnlyFileDoesNotOpen) {
+  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
+  test::MakeReadOnly(AddressFile());
+  Address address;
+  EXPECT_EQ(address.OpenFile(), StatusPermission);
+}
+
 TEST_F(AddressLifecycle, SecondOpenFileStartsAnew) {
   Address address;
   ASSERT_EQ(address.OpenFile(), StatusSuccess);
