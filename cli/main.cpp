@@ -12,21 +12,13 @@ namespace larkmoor::cli {
 namespace {
 
 void AddCommands(CLI::App& app) {
-  AddCreateCommand(app);
-  AddClassesCommand(app);
-  AddListCommand(app);
-  AddGetCommand(app);
-  AddSetCommand(app);
-  AddInsertCommand(app);
-  AddDeleteCommand(app);
-  AddImportCommand(app);
-  AddExportCommand(app);
-  AddStatCommand(app);
-  AddVerifyCommand(app);
-  AddOwnerCommand(app);
-  AddCompactCommand(app);
-  AddSaveCommand(app);
-  AddLoadCommand(app);
+  for (const auto add :
+       {AddCreateCommand, AddClassesCommand, AddListCommand, AddGetCommand, AddSetCommand,
+        AddInsertCommand, AddDeleteCommand, AddImportCommand, AddExportCommand, AddStatCommand,
+        AddVerifyCommand, AddOwnerCommand, AddCompactCommand, AddSaveCommand, AddLoadCommand}) {
+    add(app);
+  }
+  for (CLI::App* command : app.get_subcommands({})) command->group("Commands");
 }
 
 /// A raised error in one line: what failed, and the title of the status where there is one.
@@ -73,8 +65,11 @@ int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   CLI::App app("Companies, their records and their files", "larkmoor");
   app.require_subcommand(1);
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("REQUIRED", "");
   app.footer(
-      "Exit codes: 0 success; 1 the command failed; 2 the command line is wrong, or names a class, "
+      "Exit codes: 0 success; 1 the command failed; 2 the command line is wrong, or names a "
+      "class,\n"
       "a column or a value that there is not. Errors go to standard error.");
   larkmoor::cli::AddCommands(app);
   return larkmoor::cli::Run(app, argc, argv);

@@ -13,8 +13,10 @@ constexpr auto TimeBetweenDrawings = std::chrono::milliseconds(100);
 constexpr std::string_view EraseLine = "\r\x1b[K";
 
 std::string Advance(std::int64_t done, std::int64_t total) {
-  if (total <= 0) return std::to_string(done);
-  return std::to_string(std::clamp<std::int64_t>(done * 100 / total, 0, 100)) + " %";
+  if (total > 0) {
+    return " " + std::to_string(std::clamp<std::int64_t>(done * 100 / total, 0, 100)) + " %";
+  }
+  return done > 0 ? " " + std::to_string(done) : "";
 }
 
 }  // namespace
@@ -26,7 +28,7 @@ void Progress::Show(std::int64_t done, std::int64_t total) {
   if (!isTerminal_) return;
   const Clock::time_point now = Clock::now();
   if (isDrawn_ && now - lastDrawn_ < TimeBetweenDrawings) return;
-  std::cerr << EraseLine << label_ << ' ' << Advance(done, total) << std::flush;
+  std::cerr << EraseLine << label_ << Advance(done, total) << std::flush;
   isDrawn_ = true;
   lastDrawn_ = now;
 }

@@ -97,10 +97,13 @@ void Show(const Arguments& arguments) {
 void AddClassesCommand(CLI::App& app) {
   auto arguments = std::make_shared<Arguments>();
   CLI::App* command = app.add_subcommand("classes", "Tell the public classes and their members");
-  command->add_option("CLASS", arguments->name, "Only this class, with all its members");
+  AddArgument(*command, "CLASS", arguments->name, "Only this class, with all its members")
+      ->required(false);
   command->add_flag("--tsv", arguments->tsv,
-                    "A line a member, tabs between class, op or prop, name, type, arguments and "
-                    "access (rw, r, w; - for operations)");
+                    "A line for each member, with tabs between its columns");
+  command->footer(
+      "Columns of --tsv: class; op or prop; name; type; arguments with semicolons between them;\n"
+      "access, which is rw, r or w, and - for operations.");
   command->callback([arguments] { Show(*arguments); });
 }
 

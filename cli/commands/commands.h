@@ -2,9 +2,15 @@
 // what it does when it is chosen. A command that fails throws; see failure.h.
 #pragma once
 
+#include <string>
+
 #include <CLI/CLI.hpp>
 
 namespace larkmoor::cli {
+
+/// Adds an argument without dashes that has to be given.
+CLI::Option* AddArgument(CLI::App& command, const std::string& name, std::string& value,
+                         const std::string& help);
 
 // The company and the classes.
 void AddCreateCommand(CLI::App& app);

@@ -24,13 +24,13 @@ void Create(const Arguments& arguments) {
 void AddCreateCommand(CLI::App& app) {
   auto arguments = std::make_shared<Arguments>();
   CLI::App* command = app.add_subcommand("create", "Make a company in a new folder");
-  command->add_option("FOLDER", arguments->folder, "The folder; it must not hold a company yet")
-      ->required();
+  AddArgument(*command, "FOLDER", arguments->folder, "The folder; it must not hold a company yet");
   command
       ->add_option("--release", arguments->options.Release,
                    "Release of the data, 8.0 to 19.0, fractions among them")
+      ->type_name("NUMBER")
       ->capture_default_str();
-  command->add_option("--name", arguments->options.Name, "Name of the company");
+  command->add_option("--name", arguments->options.Name, "Name of the company")->type_name("TEXT");
   command->callback([arguments] { Create(*arguments); });
 }
 

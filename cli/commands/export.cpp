@@ -44,11 +44,13 @@ void AddExportCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("export", "Write rows as CSV that import takes unchanged");
   AddRowArguments(*command, arguments->rows);
   AddWhereOption(*command, arguments->rows);
-  command->add_option("--key", arguments->key,
-                      "Walk along this key; without it the order is that of insertion");
-  command->add_option("--fields", arguments->fields, "Only these columns, as in City,Amount(1)");
-  command->add_option("-o,--output", arguments->file,
-                      "Write to this file; otherwise to the output");
+  command
+      ->add_option("--key", arguments->key,
+                   "Walk along this key; otherwise the order is that of insertion")
+      ->type_name("NUMBER");
+  command->add_option("--fields", arguments->fields, "Only these columns, as in City,Amount(1)")
+      ->type_name("LIST");
+  command->add_option("-o,--output", arguments->file, "Write to this file")->type_name("FILE");
   command->callback([arguments] { Export(*arguments); });
 }
 

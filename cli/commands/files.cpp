@@ -112,6 +112,7 @@ void Verify(const FileArguments& arguments) {
   ForEachFile(arguments, [&](const fs::path& path) {
     const std::string name = path.filename().string();
     Progress progress("verifying " + name);
+    progress.Show(0, 0);
     std::vector<std::string> findings;
     const Status status = DefaultDriver().Verify(path, findings, progress.Callback());
     progress.Wipe();
@@ -145,21 +146,14 @@ void ChangeOwner(const OwnerArguments& arguments) {
             << (clears ? ": owner name cleared\n" : ": owner name set\n");
 }
 
-void AddFolder(CLI::App& command, FileArguments& arguments) {
-  command.add_option("FOLDER", arguments.folder, "The company's folder")->required();
-}
-
-CLI::Option* AddFile(CLI::App& command, FileArguments& arguments, const std::string& help) {
-  return command.add_option("FILE", arguments.file, help);
-}
-
 /// A command over all files of a folder or one of them.
 template <typename Work>
 void AddFilesCommand(CLI::App& app, const std::string& name, const std::string& help, Work work) {
   auto arguments = std::make_shared<FileArguments>();
   CLI::App* command = app.add_subcommand(name, help);
-  AddFolder(*command, *arguments);
-  AddFile(*command, *arguments, "Only this record file, such as Address.dat");
+  AddArgument(*command, "FOLDER", arguments->folder, "The company's folder");
+  AddArgument(*command, "FILE", arguments->file, "Only this record file, such as Address.dat")
+      ->required(false);
   command->callback([arguments, work] { work(*arguments); });
 }
 
@@ -183,16 +177,17 @@ void AddCompactCommand(CLI::App& app) {
 void AddOwnerCommand(CLI::App& app) {
   auto arguments = std::make_shared<OwnerArguments>();
   CLI::App* command = app.add_subcommand("owner", "Protect a record file by a name, or free it");
-  AddFolder(*command, arguments->place);
-  AddFile(*command, arguments->place, "The record file, such as Address.dat")->required();
-  CLI::Option* set = command->add_option("--set", arguments->set, "Protect the file by this name");
+  AddArgument(*command, "FOLDER", arguments->place.folder, "The company's folder");
+  AddArgument(*command, "FILE", arguments->place.file, "The record file, such as Address.dat");
+  CLI::Option* set = command->add_option("--set", arguments->set, "Protect the file by this name")
+                         ->type_name("NAME");
   CLI::Option* clear =
-      command->add_option("--clear", arguments->clear, "Free the file; it must be its name");
-  command
-      ->add_flag("--allow-read", arguments->allowRead,
-                 "With --set: without the name the file opens for reading and writes answer 46; "
-                 "otherwise an open answers 51")
-      ->needs(set);
+      command->add_option("--clear", arguments->clear, "Free the file, which has this name")
+          ->type_name("NAME");
+  command->add_flag("--allow-read", arguments->allowRead, "Let everyone read the file")->needs(set);
+  command->footer(
+      "Whoever does not give the name cannot open the file (status 51); with --allow-read the\n"
+      "file opens, and writes are refused (status 46).");
   set->excludes(clear);
   command->callback([arguments] {
     if (arguments->set.empty() && arguments->clear.empty()) {

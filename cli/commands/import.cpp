@@ -152,17 +152,18 @@ void AddImportCommand(CLI::App& app) {
   auto arguments = std::make_shared<Arguments>();
   CLI::App* command = app.add_subcommand("import", "Add the lines of a CSV file as records");
   AddRowArguments(*command, arguments->rows);
-  command->add_option("FILE", arguments->file, "The CSV file, UTF-8; its first line names columns")
-      ->required();
-  command->add_option("--map", arguments->maps,
-                      "COLUMN=PROPERTY: where a column goes that does not bear a property's name; "
-                      "columns that belong to nothing are then passed over");
+  AddArgument(*command, "FILE", arguments->file,
+              "The CSV file, UTF-8; its first line names columns");
+  command
+      ->add_option("--map", arguments->maps, "Where columns go that do not bear a property's name")
+      ->type_name("COLUMN=PROPERTY");
   command->add_flag("--keep-going", arguments->keepGoing,
-                    "Import the good lines although there are bad ones (the exit code is 1 all the "
-                    "same); otherwise nothing is imported");
+                    "Import the good lines although there are bad ones");
   command->footer(
-      "Dates are in ISO form, truth values true and false, an element of a repeating property is "
-      "the column Name(1). Text is cut at the width of its field, and what Windows-1252 lacks "
+      "Where a line is bad nothing is imported; with --keep-going the good ones are, and the exit\n"
+      "code is 1 all the same. With --map, columns that belong to no property are passed over.\n\n"
+      "Dates are in ISO form, truth values true and false, an element of a repeating property is\n"
+      "the column Name(1). Text is cut at the width of its field, and what Windows-1252 lacks\n"
       "becomes \"?\": both are reported with line and column.");
   command->callback([arguments] {
     const std::unique_ptr<RowSource> rows = arguments->rows.Open(Access::Write);

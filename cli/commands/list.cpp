@@ -34,16 +34,21 @@ void AddListCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("list", "Show rows");
   AddRowArguments(*command, arguments->rows);
   AddWhereOption(*command, arguments->rows);
-  command->add_option("--key", arguments->key,
-                      "Walk along this key; without it the order is that of insertion");
-  command->add_option("--fields", arguments->fields,
-                      "Only these columns, as in City,Zipcode,Amount(1); a repeating one without "
-                      "its index stands for all its elements");
+  command
+      ->add_option("--key", arguments->key,
+                   "Walk along this key; otherwise the order is that of insertion")
+      ->type_name("NUMBER");
+  command
+      ->add_option("--fields", arguments->fields,
+                   "Only these columns, as in City,Zipcode,Amount(1)")
+      ->type_name("LIST");
   command->add_option("--limit", arguments->limit, "At most so many rows")
-      ->check(CLI::NonNegativeNumber);
+      ->type_name("NUMBER")
+      ->check(CLI::NonNegativeNumber.description(""));
   command->add_option("--format", arguments->format, "table, csv or json")
+      ->type_name("FORMAT")
       ->capture_default_str()
-      ->check(CLI::IsMember({"table", "csv", "json"}));
+      ->check(CLI::IsMember({"table", "csv", "json"}).description(""));
   command->callback([arguments] { List(*arguments); });
 }
 

@@ -101,8 +101,10 @@ void Delete(const ChangeArguments& arguments) {
 }
 
 CLI::Option* AddValues(CLI::App& command, ChangeArguments& arguments) {
-  return command.add_option("NAME=VALUE", arguments.values,
-                            "Values; an element of a repeating property is named as in Amount(1)");
+  return command
+      .add_option("NAME=VALUE", arguments.values,
+                  "Values; an element of a repeating property is named as in Amount(1)")
+      ->type_name("");
 }
 
 }  // namespace
@@ -112,10 +114,12 @@ void AddGetCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("get", "Show the first record that matches");
   AddRowArguments(*command, arguments->rows);
   AddWhereOption(*command, arguments->rows)->required();
-  command->add_option("--fields", arguments->fields, "Only these columns, as in City,Amount(1)");
+  command->add_option("--fields", arguments->fields, "Only these columns, as in City,Amount(1)")
+      ->type_name("LIST");
   command->add_option("--format", arguments->format, "text or json")
+      ->type_name("FORMAT")
       ->capture_default_str()
-      ->check(CLI::IsMember({"text", "json"}));
+      ->check(CLI::IsMember({"text", "json"}).description(""));
   command->callback([arguments] { Get(*arguments); });
 }
 

@@ -15,15 +15,15 @@ std::vector<Condition> RowArguments::Conditions(const RowSource& rows) const {
 }
 
 void AddRowArguments(CLI::App& command, RowArguments& arguments) {
-  command.add_option("FOLDER", arguments.folder, "The company's folder")->required();
-  command.add_option("CLASS", arguments.name, "A public class, or a record description")
-      ->required();
+  AddArgument(command, "FOLDER", arguments.folder, "The company's folder");
+  AddArgument(command, "CLASS", arguments.name, "A public class, or a record description");
 }
 
 CLI::Option* AddWhereOption(CLI::App& command, RowArguments& arguments) {
   return command
       .add_option("--where", arguments.where,
-                  "FIELD=VALUE: only rows that show this value there; repeat it to ask for several")
+                  "Only rows that show this value there; repeat it to ask for several")
+      ->type_name("FIELD=VALUE")
       ->allow_extra_args(false);
 }
 

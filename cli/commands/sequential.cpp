@@ -59,11 +59,11 @@ void Load(const Arguments& arguments) {
 CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& help,
                      Arguments& arguments) {
   CLI::App* command = app.add_subcommand(name, help);
-  command->add_option("FOLDER", arguments.folder, "The company's folder")->required();
-  command->add_option("FILE", arguments.file, "The record file, such as Address.dat")->required();
+  AddArgument(*command, "FOLDER", arguments.folder, "The company's folder");
+  AddArgument(*command, "FILE", arguments.file, "The record file, such as Address.dat");
   command->footer(
-      "In the sequential form each record is its length in decimal, a comma, its bytes, and a line "
-      "end.");
+      "In the sequential form each record is its length in decimal, a comma, its bytes, and a\n"
+      "line end.");
   return command;
 }
 
@@ -73,9 +73,11 @@ void AddSaveCommand(CLI::App& app) {
   auto arguments = std::make_shared<Arguments>();
   CLI::App* command =
       AddCommand(app, "save", "Write a record file's records in the sequential form", *arguments);
-  command->add_option("OUT", arguments->other, "The file to write")->required();
-  command->add_option("--key", arguments->key,
-                      "In the order of this key; without it the order is that of insertion");
+  AddArgument(*command, "OUT", arguments->other, "The file to write");
+  command
+      ->add_option("--key", arguments->key,
+                   "In the order of this key; otherwise the order is that of insertion")
+      ->type_name("NUMBER");
   command->callback([arguments] { Save(*arguments); });
 }
 
@@ -84,7 +86,7 @@ void AddLoadCommand(CLI::App& app) {
   CLI::App* command = AddCommand(
       app, "load", "Add the records of a file in the sequential form, all of them or none",
       *arguments);
-  command->add_option("IN", arguments->other, "The file to read")->required();
+  AddArgument(*command, "IN", arguments->other, "The file to read");
   command->callback([arguments] { Load(*arguments); });
 }
 

@@ -22,7 +22,7 @@ TEST(StatCommand, TellsWhatAFileSaysOfItself) {
   EXPECT_EQ(company.Output("stat", {"ADDRESS.DAT"}),
             "Address.dat\n"
             "  release        19\n"
-            "  record length  436\n"
+            "  record length  420\n"
             "  records        1\n"
             "  size           " +
                 size +

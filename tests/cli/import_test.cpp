@@ -193,7 +193,7 @@ TEST_F(ImportCommand, AFileThatRefusesAllWritesEndsAtTheFirstLine) {
   const ProgramResult result = Import("Name\nBerg\nDahl\n", {"--keep-going"});
   ExpectNothingImported(result);
   EXPECT_EQ(result.err, "larkmoor: nothing was imported: " + company_.Beside("new.csv") +
-                            ": line 2: Btrieve error 46: Access To File Denied\n");
+                            ": line 2: Btrieve error 46: Access to File Denied\n");
 }
 
 TEST_F(ImportCommand, RowsOfARecordDescriptionBearTheMarkOfTheirKind) {

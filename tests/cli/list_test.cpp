@@ -31,10 +31,10 @@ class ListCommand : public testing::Test {
 
 TEST_F(ListCommand, ShowsAnAlignedTableInTheOrderOfInsertion) {
   EXPECT_EQ(List({"--fields", "AddressRecordNumber,Name,City"}),
-            "AddressRecordNumber  Name                 City\n"
-            "-------------------  -------------------  -------\n"
-            "                  1  Müller & Söhne       Hamburg\n"
-            "                  2  Åse Lindqvist        Tromsø\n"
+            "AddressRecordNumber  Name                  City\n"
+            "-------------------  --------------------  -------\n"
+            "                  1  Müller & Söhne        Hamburg\n"
+            "                  2  Åse Lindqvist         Tromsø\n"
             "                  3  Jan \"Jens\" Smit, Jr.  Hamburg\n");
 }
 

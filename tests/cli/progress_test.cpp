@@ -36,7 +36,7 @@ TEST(Progress, IsShownByExportVerifyAndLoad) {
   };
   EXPECT_TRUE(Contains(shown({"export", company.Folder(), "Address"}), "exporting 33 %"));
   EXPECT_TRUE(
-      Contains(shown({"verify", company.Folder(), "Address.dat"}), "verifying Address.dat "));
+      Contains(shown({"verify", company.Folder(), "Address.dat"}), "verifying Address.dat"));
   const CommandCompany other;
   EXPECT_TRUE(Contains(shown({"load", other.Folder(), "Address.dat", saved}), "loading "));
 }

@@ -8,7 +8,7 @@
 namespace larkmoor::test {
 namespace {
 
-constexpr std::size_t AddressLength = 436;
+constexpr std::size_t AddressLength = 420;
 
 std::string Numbers(const CommandCompany& company) {
   return company.Output("list",
@@ -28,8 +28,8 @@ TEST(SaveCommand, WritesLengthCommaBytesAndLineEndOfEachRecord) {
   EXPECT_EQ(company.Output("save", {"address.dat", file}), "2 records saved\n");
   const std::string saved = ReadFile(file);
   EXPECT_EQ(saved.size(), 2 * (4 + AddressLength + 2));
-  EXPECT_EQ(saved.substr(0, 8), std::string("436,\x09\0\0\0", 8));
-  EXPECT_EQ(saved.substr(4 + AddressLength, 10), std::string("\r\n436,\x04\0\0\0", 10));
+  EXPECT_EQ(saved.substr(0, 8), std::string("420,\x09\0\0\0", 8));
+  EXPECT_EQ(saved.substr(4 + AddressLength, 10), std::string("\r\n420,\x04\0\0\0", 10));
   EXPECT_TRUE(saved.ends_with("\r\n"));
 }
 
@@ -68,13 +68,13 @@ TEST(LoadCommand, AddsTheRecordsThatSaveWrote) {
 TEST(LoadCommand, AddsNothingWhereARecordIsMalformed) {
   CommandCompany company;
   WithTwoAddresses(company);
-  const std::string record = "436," + std::string(AddressLength, '\0') + "\r\n";
+  const std::string record = "420," + std::string(AddressLength, '\0') + "\r\n";
   const std::string file = company.Write("bad.seq", record + "12,twelve bytes\r\n");
   const ProgramResult result = company.Run("load", {"Address.dat", file});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(result.err,
-            "larkmoor: " + file + ": record 2 has 12 bytes, the file's records have 436\n");
+            "larkmoor: " + file + ": record 2 has 12 bytes, the file's records have 420\n");
   EXPECT_EQ(Numbers(company), "AddressRecordNumber,Name\n9,Åse\n4,\"a\nb\"\n");
 }
 

@@ -17,6 +17,7 @@
 #include <utility>
 
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <sched.h>
 
@@ -94,6 +95,16 @@ int ForkAndRun(const std::function<int()>& body) {
   std::cout.flush();
   std::fflush(nullptr);
   _exit(code);
+}
+
+/// Failures of the running test so far.
+int FailureCount() {
+  const auto& result = *testing::UnitTest::GetInstance()->current_test_info()->result();
+  int count = 0;
+  for (int i = 0; i < result.total_part_count(); ++i) {
+    count += result.GetTestPartResult(i).failed() ? 1 : 0;
+  }
+  return count;
 }
 
 }  // namespace
@@ -178,18 +189,18 @@ int ChildProcess::Wait(std::chrono::milliseconds time) {
   return WaitFor(std::exchange(pid_, -1));
 }
 
-testing::AssertionResult InChild(const std::function<void()>& body) {
+void RunInChild(const std::function<void()>& body) {
+  const int failuresBefore = FailureCount();
   const int code = ForkAndRun([&] {
     try {
       body();
     } catch (const std::exception& error) {
       ADD_FAILURE() << "raised: " << error.what();
     }
-    return testing::Test::HasFailure() ? 1 : 0;
+    return FailureCount() == failuresBefore ? 0 : 1;
   });
-  if (code == 0) return testing::AssertionSuccess();
-  if (code > 0) return testing::AssertionFailure() << "expectations failed in the child";
-  return testing::AssertionFailure() << "the child was ended by signal " << -code;
+  if (code > 0) ADD_FAILURE() << "expectations failed in a child, see above";
+  if (code < 0) ADD_FAILURE() << "a child was ended by signal " << -code;
 }
 
 bool BecomeNobody() {

@@ -11,8 +11,6 @@
 #include <string_view>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 namespace larkmoor::test {
 
 /// A started program with pipes to its input and from its output.
@@ -50,12 +48,12 @@ class ChildProcess {
   std::string unread_;
 };
 
-/// Runs `body` in a forked child and tells whether it came to its end without a failed
-/// expectation. The child shares nothing with the test but what the test had before.
-testing::AssertionResult InChild(const std::function<void()>& body);
+/// Runs `body` in a forked child and adds a failure where it does not come to its end or an
+/// expectation fails there. The child shares nothing with the test but what the test had before.
+void RunInChild(const std::function<void()>& body);
 
 /// Gives the calling process an unprivileged user, and tells whether it now is one. For use inside
-/// `InChild`.
+/// `RunInChild`.
 bool BecomeNobody();
 
 /// Whether this process may give a child mounts of its own.

@@ -610,11 +610,17 @@ TEST_F(AddressKeyPath, IsThatOfAFinderThatFoundNothing) {
 }
 
 TEST_F(AddressKeyPath, IsThatOfANextThatTheEngineRefused) {
-  ASSERT_EQ(address_.GetEqual(1), StatusSuccess);
+  ASSERT_EQ(address_.GetEqual(3), StatusSuccess);
   ASSERT_EQ(address_.GetNextByCustomer(), StatusDifferentKeyNumber);
   ASSERT_EQ(address_.Update(), StatusSuccess);
   EXPECT_EQ(address_.GetNextByCustomer(), StatusSuccess);
-  EXPECT_EQ(Number(), 3);
+  EXPECT_EQ(address_.CustomerRecordNumber(), 6);
+
+  ASSERT_EQ(address_.GetEqual(3), StatusSuccess);
+  ASSERT_EQ(address_.GetNextByVendor(), StatusDifferentKeyNumber);
+  ASSERT_EQ(address_.Update(), StatusSuccess);
+  EXPECT_EQ(address_.GetNextByVendor(), StatusSuccess);
+  EXPECT_EQ(address_.VendorRecordNumber(), 9);
 }
 
 TEST_F(AddressKeyPath, OfInsertOnANewObjectIsByNumber) {

@@ -646,7 +646,7 @@ TEST_P(WriteAnswers, AnUpdateMovesTheRecordOnEveryKeyPath) {
   Cursor file = New(SampleFile());
   const Sample before = MadeSample(1, 50);
   const Sample after = MadeSample(1, 77);
-  Fill(file, {before, MadeSample(2, 60)});
+  Fill(file, {before, MadeSample(2, 61)});
   ASSERT_EQ(file.Get(Seek::First, SampleKey::Number), StatusSuccess);
   ASSERT_EQ(file.Update(SampleKey::Number, after), StatusSuccess);
   for (const store::KeyDescription& key : SampleFile().keys) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ struct DriverUnderTest {
   const char* name;
   store::Driver& (*driver)();
 };
+
+inline std::ostream& operator<<(std::ostream& out, const DriverUnderTest& driver) {
+  return out << driver.name;
+}
 
 inline std::vector<DriverUnderTest> EveryDriver() {
   return {

@@ -2,6 +2,7 @@
 // compared after every step. The model is written from the rules, as simply as they can be said.
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -115,9 +116,7 @@ class ModelFile : public File {
                          seek == Seek::GreaterOrEqual || seek == Seek::First || seek == Seek::Next;
     std::optional<Id> best;
     for (const auto& [id, row] : table_.rows) {
-      const Bytes own = KeyOf(Description(), keyNumber, row.record);
-      const int order = CompareKeys(*path, own, goesOn ? place_->key : key);
-      if (!Fits(seek, order, id)) continue;
+      if (!Fits(seek, *path, key, id)) continue;
       if (!best || Before(*path, id, *best) == upwards) best = id;
     }
     if (!best) return seek == Seek::Equal ? StatusKeyNotFound : StatusEndOfFile;
@@ -159,7 +158,6 @@ class ModelFile : public File {
     }
     const Id id = table_.lastId + 1;
     if (RepeatsUniqueKey(inserted, id)) return StatusDuplicateKey;
-    std::copy(inserted.begin(), inserted.end(), record.begin());
     table_.lastId = id;
     table_.rows[id] = {inserted, ++table_.lastVersion};
     Take(id, record);
@@ -211,6 +209,11 @@ class ModelFile : public File {
   std::int32_t RecordCount() override { return static_cast<std::int32_t>(table_.rows.size()); }
   Status Sync() override { return StatusSuccess; }
 
+  /// The key number of the place on a key path.
+  [[nodiscard]] std::optional<std::int16_t> PlaceKey() const {
+    return place_ ? std::optional(place_->keyNumber) : std::nullopt;
+  }
+
   /// Whether there is no current record that someone else has changed or deleted.
   [[nodiscard]] bool IsUndisturbed() const { return !current_ || IsAsRead(); }
 
@@ -225,12 +228,13 @@ class ModelFile : public File {
     Id id;
   };
 
-  /// Whether `seek` may find a record whose key compares that way with the key sought or, for Next
-  /// and Previous, with that of the place.
-  [[nodiscard]] bool Fits(Seek seek, int order, Id id) const {
+  /// Whether `seek`, with that key sought, may find that record.
+  [[nodiscard]] bool Fits(Seek seek, const KeyDescription& path, std::span<const std::byte> key,
+                          Id id) const {
+    if (seek == Seek::First || seek == Seek::Last) return true;
+    const bool goesOn = seek == Seek::Next || seek == Seek::Previous;
+    const int order = CompareKeys(path, OwnKey(path, id), goesOn ? place_->key : key);
     switch (seek) {
-      case Seek::Equal:
-        return order == 0;
       case Seek::Greater:
         return order > 0;
       case Seek::GreaterOrEqual:
@@ -239,15 +243,13 @@ class ModelFile : public File {
         return order < 0;
       case Seek::LessOrEqual:
         return order <= 0;
-      case Seek::First:
-      case Seek::Last:
-        return true;
       case Seek::Next:
         return order > 0 || (order == 0 && id > place_->id);
       case Seek::Previous:
         return order < 0 || (order == 0 && id < place_->id);
+      default:
+        return order == 0;
     }
-    return false;
   }
 
   /// Whether a record lies before another on a key path.
@@ -415,7 +417,7 @@ class Comparison {
     if (batch_ && dice_.OneIn(300)) return Commit();
     if (batch_ && dice_.OneIn(2000)) return Drop();
     if (dice_.OneIn(500)) return Reopen();
-    Pair& pair = *dice_.OneOf(pairs_);
+    Pair& pair = *pairs_[dice_.OneIn(8) ? ReadOnlyPair : static_cast<std::size_t>(dice_.Below(2))];
     const Operation operation = Choose(pair);
     Bytes expected = operation.record.empty() ? pair.inHand : operation.record;
     Bytes found = expected;
@@ -463,6 +465,8 @@ class Comparison {
     Bytes inHand = Bytes(SampleOffset::End);
   };
 
+  static constexpr std::size_t ReadOnlyPair = 2;
+
   struct Operation {
     std::string_view name;
     std::int16_t keyNumber;
@@ -472,7 +476,8 @@ class Comparison {
 
   void Reopen() {
     for (auto& pair : pairs_) {
-      const OpenMode mode = &pair == &pairs_[2] ? OpenMode::ReadOnly : OpenMode::Normal;
+      const bool isReadOnly = &pair == &pairs_[ReadOnlyPair];
+      const OpenMode mode = isReadOnly ? OpenMode::ReadOnly : OpenMode::Normal;
       pair = std::make_unique<Pair>();
       ASSERT_EQ(driver_.Open(path_, mode, pair->file), StatusSuccess);
       pair->model = std::make_unique<ModelFile>(table_, mode);
@@ -557,17 +562,22 @@ class Comparison {
                                                  "less",  "less or equal", "first",
                                                  "last",  "next",          "previous"};
     const Seek seek = dice_.OneOf(Seeks);
-    // Sought is the key in hand, that of some record, or any.
-    Bytes sought = pair.inHand;
-    if (dice_.OneIn(2)) sought = RandomRecord(dice_);
-    if (!table_.rows.empty() && dice_.OneIn(3)) {
-      const auto row =
-          std::next(table_.rows.begin(), dice_.Below(static_cast<int>(table_.rows.size())));
-      sought = row->second.record;
-    }
+    const bool goesOn = seek == Seek::Next || seek == Seek::Previous;
+    if (goesOn && !dice_.OneIn(5)) keyNumber = pair.model->PlaceKey().value_or(keyNumber);
+    const Bytes sought = RandomSought(pair);
     const Bytes key = KeyOf(table_.description, keyNumber, sought);
     return {Names[static_cast<std::size_t>(seek)], keyNumber,
             [=](File& file, Bytes& record) { return file.Get(seek, keyNumber, key, record); }};
+  }
+
+  /// A record whose key a search looks for: that in the hand of some object, any in the file, or
+  /// one that may be nowhere.
+  Bytes RandomSought(const Pair& pair) {
+    if (dice_.OneIn(4)) return RandomRecord(dice_);
+    if (dice_.OneIn(3)) return pair.inHand;
+    if (table_.rows.empty() || dice_.OneIn(3)) return pairs_[0]->inHand;
+    const int chosen = dice_.Below(static_cast<int>(table_.rows.size()));
+    return std::next(table_.rows.begin(), chosen)->second.record;
   }
 
   /// The percentage goes into the record buffer, the stretch between the ends as one value.
@@ -600,7 +610,7 @@ class Comparison {
   Table committed_;
   Dice dice_;
   std::unique_ptr<store::Batch> batch_;
-  std::unique_ptr<Pair> pairs_[3];  ///< the last one read-only
+  std::array<std::unique_ptr<Pair>, 3> pairs_;
   std::int64_t step_ = 0;
 };
 

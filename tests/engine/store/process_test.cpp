@@ -226,7 +226,7 @@ class Expectation {
 
   void Note(const Sample& written) {
     tried_[written.number] = written.stamp;
-    acknowledged_ = tried_;
+    acknowledged_[written.number] = written.stamp;
   }
 
   [[nodiscard]] int Writes() const { return writes_; }
@@ -300,8 +300,9 @@ TEST_F(CrashTest, AProcessThatHasTheFileOpenGoesOnWhenAWriterDies) {
   for (std::int32_t round = 0; round < Rounds; ++round) {
     SCOPED_TRACE(testing::Message() << "round " << round);
     KillAWriter(file.Path(), expectation);
-    expectation.Compare(file);
+    // A commit that was cut off in its last moment shows with the next write, not before.
     GoOn(file, expectation, round);
+    expectation.Compare(file);
     ASSERT_FALSE(HasFailure());
   }
   EXPECT_EQ(Findings(file.Path()), Nothing);
@@ -341,7 +342,7 @@ class RoomTest : public ProcessTest {
   /// the file grew.
   static std::intmax_t GrowthOver(Cursor& file, std::int32_t commits) {
     const std::uintmax_t before = SizeOf(file.Path());
-    for (std::int32_t i = 0; i < commits; ++i) {
+    for (std::int32_t i = 0; i < commits && !HasFailure(); ++i) {
       const Sample sample = MadeSample(1 + i % Records, i);
       EXPECT_EQ(file.Get(Seek::Equal, SampleKey::Number, sample), StatusSuccess);
       EXPECT_EQ(file.Update(SampleKey::Number, sample), StatusSuccess);

@@ -6,6 +6,7 @@
 
 #include <linux/magic.h>
 
+#include <cerrno>
 #include <csetjmp>
 #include <cstring>
 #include <map>
@@ -20,9 +21,6 @@ namespace {
 
 /// Address space for one file, and so how large a file can grow. Takes no memory and no disk by itself.
 constexpr std::size_t MapSize = std::size_t{32} << 30;
-/// Threads of all processes that may have one file open at once.
-constexpr unsigned MaxReaders = 2048;
-
 /// One opened file and how many share it.
 struct Shared {
   std::unique_ptr<Environment> environment;
@@ -158,12 +156,10 @@ Status Environment::Open(const std::filesystem::path& path, DataFile file) {
   Status status = StatusSuccess;
   if (!paired && !file_.LockAlone()) {
     status = StatusFileInUse;  // by others, through a lock file that is no longer beside it
+  } else if (!paired && !MakeLockFile(lockFile_, file_.Identity(), file_.Permissions())) {
+    status = OpenStatusOf(errno);
   } else {
-    if (!paired) unlink(lockFile_.c_str());
     status = OpenHandle(path);
-    if (status == StatusSuccess && !paired && !Mark(lockFile_, file_.Identity(), file_.Permissions())) {
-      status = StatusPermission;
-    }
     if (!file_.LockInUse()) status = StatusIOError;
   }
   file_.UnlockOpening();
@@ -182,7 +178,6 @@ Status Environment::OpenHandle(const std::filesystem::path& path) {
   if (code != MDB_SUCCESS) return OpenStatusOf(code);
   std::unique_ptr<MDB_env, Closer> opening(handle);
   mdb_env_set_mapsize(handle, MapSize);
-  mdb_env_set_maxreaders(handle, MaxReaders);
   // Without the second sync of a commit: after loss of power the file may be one commit old, never damaged.
   code = mdb_env_open(handle, path.c_str(), MDB_NOSUBDIR | MDB_NOMETASYNC | MDB_NOTLS,
                       file_.Permissions());

@@ -33,8 +33,10 @@ bool Lock(int descriptor, int command, short type, off_t place) {
   return result == 0;
 }
 
-/// What stands at the end of a lock file. Shorter than a slot of LMDB's readers' table, so that LMDB does
-/// not take it for one.
+/// Room for LMDB's readers' table; LMDB makes it as long as the file lets it be. Takes no disk until used.
+constexpr off_t LockTableSize = off_t{256} << 10;
+
+/// What stands at the end of a lock file, behind the readers' table.
 struct Trailer {
   std::array<char, 8> magic{'L', 'K', 'M', 'R', 'L', 'O', 'C', 'K'};
   std::uint64_t device = 0;
@@ -44,7 +46,6 @@ struct Trailer {
       : device(identity.device), inode(identity.inode) {}
   bool operator==(const Trailer&) const = default;
 };
-static_assert(sizeof(Trailer) < 64);
 
 }  // namespace
 
@@ -124,13 +125,19 @@ bool BelongsTo(const std::filesystem::path& lockFile, const FileIdentity& identi
   return read && found == Trailer(identity);
 }
 
-bool Mark(const std::filesystem::path& lockFile, const FileIdentity& identity, mode_t permissions) {
-  const int descriptor = open(lockFile.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOFOLLOW);
+bool MakeLockFile(const std::filesystem::path& lockFile, const FileIdentity& identity,
+                  mode_t permissions) {
+  unlink(lockFile.c_str());
+  const int descriptor = open(lockFile.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
   if (descriptor < 0) return false;
   const Trailer trailer(identity);
   const bool done = fchmod(descriptor, permissions) == 0 &&
-                    write(descriptor, &trailer, sizeof trailer) == static_cast<ssize_t>(sizeof trailer);
+                    ftruncate(descriptor, LockTableSize) == 0 &&
+                    pwrite(descriptor, &trailer, sizeof trailer, LockTableSize) ==
+                        static_cast<ssize_t>(sizeof trailer);
+  const int failure = errno;
   close(descriptor);
+  errno = failure;
   return done;
 }
 

@@ -67,7 +67,9 @@ class DataFile {
 std::filesystem::path LockFileOf(const std::filesystem::path& path);
 /// Whether the lock file at that path is there and was made for that data file.
 bool BelongsTo(const std::filesystem::path& lockFile, const FileIdentity& identity);
-/// Marks a lock file as made for that data file.
-bool Mark(const std::filesystem::path& lockFile, const FileIdentity& identity, mode_t permissions);
+/// Makes the lock file for a data file, in place of any that is there. LMDB must not have it open: a process
+/// that closes a file gives up its locks on it.
+bool MakeLockFile(const std::filesystem::path& lockFile, const FileIdentity& identity,
+                  mode_t permissions);
 
 }  // namespace larkmoor::store::lmdb

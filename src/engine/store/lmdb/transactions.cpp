@@ -72,6 +72,22 @@ class BatchHandle final : public Batch {
 
 std::unique_ptr<Batch> BeginThreadBatch() { return std::make_unique<BatchHandle>(); }
 
+namespace {
+
+/// Commits. LMDB tells a write that the disk cut short as a plain I/O failure.
+Status Commit(MDB_txn* transaction, Environment& environment) {
+  constexpr std::uintmax_t NoRoom = std::uintmax_t{64} << 10;
+  const int code = mdb_txn_commit(transaction);
+  environment.NoteWrite();
+  if (code == MDB_SUCCESS) environment.Reach();
+  if (code != EIO) return StatusOf(code);
+  std::error_code unknown;
+  const auto space = std::filesystem::space(environment.Folder(), unknown);
+  return !unknown && space.available < NoRoom ? StatusDiskFull : StatusIOError;
+}
+
+}  // namespace
+
 Status ThreadBatch::LockFolder(const std::filesystem::path& path) {
   for (const Folder& folder : folders_) {
     if (folder.path == path) return StatusSuccess;
@@ -105,9 +121,7 @@ Status ThreadBatch::End(bool commit) {
     const Status failure = std::exchange(view->batchFailure_, StatusSuccess);
     if (result == StatusSuccess) result = failure;
     if (commit && result == StatusSuccess) {
-      result = StatusOf(mdb_txn_commit(transaction));
-      view->Env().NoteWrite();
-      if (result == StatusSuccess) view->Env().Reach();
+      result = Commit(transaction, view->Env());
     } else {
       mdb_txn_abort(transaction);
     }
@@ -189,10 +203,8 @@ Status Writing::Finish(int code) {
   Status status = StatusOf(code);
   if (!own_) return view_.batchFailure_ = status;
   if (status != StatusSuccess) return status;
-  status = StatusOf(mdb_txn_commit(std::exchange(transaction_, nullptr)));
-  view_.Env().NoteWrite();
+  status = Commit(std::exchange(transaction_, nullptr), view_.Env());
   view_.Env().File().UnlockWriting();
-  if (status == StatusSuccess) view_.Env().Reach();
   return status;
 }
 
