@@ -134,10 +134,9 @@ off_t Environment::LengthOfTree() const {
   return static_cast<off_t>(info.me_last_pgno + 1) * static_cast<off_t>(stat.ms_psize);
 }
 
-Status Environment::Reach() {
+void Environment::Reach() {
   const off_t length = LengthOfTree();
-  if (file_.Size() >= length || file_.Resize(length)) return StatusSuccess;
-  return StatusDiskFull;
+  if (file_.Size() < length) file_.Extend(length);
 }
 
 Status Environment::Open(const std::filesystem::path& path, DataFile file) {
@@ -190,11 +189,14 @@ Status Environment::CheckLength() {
   const off_t size = file_.Size();
   const off_t length = LengthOfTree();
   if (size >= length) return StatusSuccess;
-  // Cut off, or its writer died between a commit and `Reach`. The tree tells which.
-  if (!file_.Writable() || !file_.Resize(length)) return StatusNotARecordFile;
-  if (TreeIsWhole()) return StatusSuccess;
-  file_.Resize(size);
-  return StatusNotARecordFile;
+  // Cut off, or its writer died between a commit and `Reach`. The tree tells which; those who have the file
+  // open already have asked it.
+  if (!file_.Writable()) return StatusNotARecordFile;
+  if (!file_.LockAlone()) return StatusSuccess;
+  const bool whole = file_.Extend(length) && TreeIsWhole();
+  if (!whole) file_.Cut(size);
+  file_.LockInUse();
+  return whole ? StatusSuccess : StatusNotARecordFile;
 }
 
 bool Environment::TreeIsWhole() const {

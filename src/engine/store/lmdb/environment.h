@@ -35,7 +35,7 @@ class Environment {
   void NoteWrite() { unsynced_ = true; }
   Status Sync();
   /// Makes the file reach as far as the tree may, so that a shorter file is known to be cut off.
-  Status Reach();
+  void Reach();
 
  private:
   friend class EnvironmentRef;

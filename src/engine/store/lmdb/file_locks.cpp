@@ -94,7 +94,9 @@ mode_t DataFile::Permissions() const {
   return fstat(descriptor_, &status) == 0 ? status.st_mode & 0666U : 0600U;
 }
 
-bool DataFile::Resize(off_t size) { return ftruncate(descriptor_, size) == 0; }
+bool DataFile::Extend(off_t size) { return fallocate(descriptor_, 0, size - 1, 1) == 0; }
+
+bool DataFile::Cut(off_t size) { return ftruncate(descriptor_, size) == 0; }
 
 bool DataFile::IsAt(const std::filesystem::path& path) const {
   struct stat status {};

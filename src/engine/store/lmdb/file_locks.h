@@ -41,8 +41,10 @@ class DataFile {
   [[nodiscard]] off_t Size() const;
   /// Who may read and write it.
   [[nodiscard]] mode_t Permissions() const;
-  /// Makes the file longer, with zero bytes, or shorter.
-  bool Resize(off_t size);
+  /// Makes the file reach that far, unless it does already. Never cuts off what others may have written.
+  bool Extend(off_t size);
+  /// Cuts the file off. Nobody else may have it open.
+  bool Cut(off_t size);
   /// Whether the path still names this very file.
   [[nodiscard]] bool IsAt(const std::filesystem::path& path) const;
 
