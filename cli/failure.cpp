@@ -13,7 +13,7 @@ std::string StatusTitle(Status status) {
 
 void Require(Status status, std::string_view what) {
   if (status == StatusSuccess) return;
-  throw Failure(std::string(what) + ": " + StatusTitle(status));
+  throw Failure(std::string(what) + ": " + StatusTitle(status), status);
 }
 
 void Report(std::string_view message) { std::cerr << "larkmoor: " << message << '\n'; }

@@ -19,7 +19,14 @@ enum ExitCode : int {
 /// The command failed. The message is shown as it is.
 class Failure : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  /// `status` is the one that a file or the connection answered, 0 where none did.
+  explicit Failure(const std::string& message, Status status = StatusSuccess)
+      : std::runtime_error(message), status_(status) {}
+
+  [[nodiscard]] Status BtrieveStatus() const { return status_; }
+
+ private:
+  Status status_;
 };
 
 /// The command line names something that is not there, or a value that does not convert.

@@ -4,11 +4,27 @@
 
 #include "class_rows.h"
 #include "engine/records/all_records.h"
+#include "engine/tovrin_status.h"
 #include "failure.h"
 #include "record_rows.h"
 #include "text_tools.h"
 
 namespace larkmoor::cli {
+namespace {
+
+/// A class opens its file for writing. On a medium that refuses it, the fields of its record can
+/// still be read.
+std::unique_ptr<RowSource> OpenClass(const automation::Class& type, Access access) {
+  try {
+    return std::make_unique<ClassRows>(type);
+  } catch (const Failure& failure) {
+    const bool isRefused = failure.BtrieveStatus() == StatusPermission;
+    if (!isRefused || access == Access::Write || type.record == nullptr) throw;
+    return std::make_unique<RecordRows>(*type.record, access);
+  }
+}
+
+}  // namespace
 
 std::unique_ptr<RowSource> OpenRows(const std::string& folder, std::string_view name,
                                     Access access) {
@@ -19,7 +35,7 @@ std::unique_ptr<RowSource> OpenRows(const std::string& folder, std::string_view 
   }
   Btrieve connection;
   Require(connection.Connect(folder).ToInteger(), folder.empty() ? "no folder" : folder);
-  if (type != nullptr) return std::make_unique<ClassRows>(*type);
+  if (type != nullptr) return OpenClass(*type, access);
   return std::make_unique<RecordRows>(*record, access);
 }
 

@@ -44,8 +44,9 @@ class RowSource {
 enum class Access { Read, Write };
 
 /// Connects to the company in `folder` and opens the class, or else the record description, of that
-/// name in any case of letters. Raises a `UsageError` where there is none, a `Failure` with the
-/// status where the company or the file does not open.
+/// name in any case of letters. A class on a medium that can only be read is read by the fields of
+/// its record. Raises a `UsageError` where there is no such name, a `Failure` with the status where
+/// the company or the file does not open.
 std::unique_ptr<RowSource> OpenRows(const std::string& folder, std::string_view name,
                                     Access access);
 

@@ -98,9 +98,9 @@ Status ShowStatistics(const fs::path& path) {
   if (status != StatusSuccess) return status;
   std::cout << path.filename().string() << '\n'
             << "  release        " << statistics.description.release << '\n'
-            << "  record length  " << statistics.description.recordLength << '\n'
+            << "  record length  " << statistics.description.recordLength << " bytes\n"
             << "  records        " << statistics.records << '\n'
-            << "  size           " << statistics.bytes << '\n'
+            << "  size           " << statistics.bytes << " bytes\n"
             << "  owner          " << OwnerOf(statistics) << '\n';
   for (const KeyDescription& key : statistics.description.keys) WriteKey(key);
   return StatusSuccess;

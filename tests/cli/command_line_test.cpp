@@ -1,9 +1,12 @@
 // What all commands have in common: help, exit codes, and errors on standard error.
+#include <iostream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "cli/larkmoor_command.h"
+#include "support/child_process.h"
 
 namespace larkmoor::test {
 namespace {
@@ -98,6 +101,35 @@ TEST(CommandLine, ForeignRecordFileFailsWithItsStatus) {
   const ProgramResult result = company.Run("list", {"Address"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(Contains(result.err, "larkmoor: Address: Btrieve error 30")) << result.err;
+}
+
+TEST(CommandLine, CompanyOnAReadOnlyMediumCanBeRead) {
+  if (!CanMount()) {
+    std::cout << "skipped: no right to mount\n";
+    return;
+  }
+  const CommandCompany company;
+  ASSERT_EQ(company.Run("insert", {"Address", "Name=Berg"}).exitCode, 0);
+  RunInChild([&] {
+    MountReadOnly(company.Folder());
+    for (const std::string command : {"list", "export", "get"}) {
+      std::vector<std::string> arguments = {"Address", "--fields", "Name", "--where", "Name=Berg"};
+      EXPECT_TRUE(Contains(company.Output(command, arguments), "Berg")) << command;
+    }
+    EXPECT_EQ(company.Output("verify", {"Address.dat"}), "1 file verified\n");
+    const ProgramResult insert = company.Run("insert", {"Address", "Name=Dahl"});
+    EXPECT_EQ(insert.exitCode, 1);
+    EXPECT_EQ(insert.err, "larkmoor: Address: Btrieve error 94: Permission Error\n");
+  });
+}
+
+TEST(CommandLine, FolderMayBearTheNameOfACommand) {
+  const TempFolder folder;
+  const ProgramResult result =
+      RunProgram({"/bin/sh", "-c",
+                  "cd '" + folder.Path().string() + "' && '" + LARKMOOR_CLI + "' create list && '" +
+                      LARKMOOR_CLI + "' list list Address --fields Name"});
+  EXPECT_EQ(result.exitCode, 0) << result.err;
 }
 
 TEST(CommandLine, OutputThatCannotBeWrittenFails) {

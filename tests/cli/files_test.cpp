@@ -22,11 +22,11 @@ TEST(StatCommand, TellsWhatAFileSaysOfItself) {
   EXPECT_EQ(company.Output("stat", {"ADDRESS.DAT"}),
             "Address.dat\n"
             "  release        19\n"
-            "  record length  420\n"
+            "  record length  420 bytes\n"
             "  records        1\n"
             "  size           " +
                 size +
-                "\n"
+                " bytes\n"
                 "  owner          none\n"
                 "  key 0, unique, auto-increment\n"
                 "    Long at 0, 4 bytes\n"
@@ -83,6 +83,23 @@ TEST(VerifyCommand, FindsNothingInASoundCompany) {
   ASSERT_EQ(company.Run("insert", {"Address", "Name=Berg"}).exitCode, 0);
   EXPECT_TRUE(company.Output("verify").ends_with(" files verified\n"));
   EXPECT_EQ(company.Output("verify", {"Address.dat"}), "1 file verified\n");
+}
+
+TEST(VerifyCommand, TellsWhatItFindsAndFails) {
+  const CommandCompany company;
+  ASSERT_EQ(company.Run("insert", {"Address", "AddressRecordNumber=287454020"}).exitCode, 0);
+  // Another number in the record than in its key entry, which has the bytes in another order.
+  std::string bytes = ReadFile(FileOf(company, "Address.dat"));
+  const std::string number = "\x44\x33\x22\x11";
+  ASSERT_TRUE(Contains(bytes, number));
+  for (std::size_t at = 0; (at = bytes.find(number, at)) != std::string::npos;) bytes[at] = '\x45';
+  WriteFile(FileOf(company, "Address.dat"), bytes);
+
+  const ProgramResult result = company.Run("verify");
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_TRUE(result.out.starts_with("Address.dat: ")) << result.out;
+  EXPECT_TRUE(Contains(result.out, " files verified\n"));
+  EXPECT_TRUE(Contains(result.err, "finding")) << result.err;
 }
 
 TEST(VerifyCommand, FailsOnAFileThatIsCutShort) {

@@ -66,6 +66,11 @@ TEST_F(RecordCommands, SetChangesTheMatchAndNothingElse) {
   EXPECT_EQ(Run("get", {"--where", "Name=Dahl", "--fields", "State"}).out, "State: Ø=F\n");
 }
 
+TEST_F(RecordCommands, SetTakesTheConditionBehindTheValuesToo) {
+  EXPECT_EQ(Run("set", {"City=-x", "State=MO", "--where", "Name=Dahl"}).out, "1 record changed\n");
+  EXPECT_EQ(Addresses(), "Name,City\nBerg,Oslo\nDahl,-x\nLund,Bergen\n");
+}
+
 TEST_F(RecordCommands, SetByTheColumnOfAKeyMayChangeThatColumn) {
   EXPECT_EQ(Run("set", {"--where", "AddressRecordNumber=2", "AddressRecordNumber=20"}).exitCode, 0);
   EXPECT_EQ(Run("get", {"--where", "AddressRecordNumber=20", "--fields", "Name"}).out,

@@ -38,7 +38,7 @@ class TovrinFileTest : public testing::Test {
 
   /// Makes "Sample.dat" with records of these numbers, each named after its own.
   fs::path Make(std::initializer_list<std::int32_t> numbers) {
-    const fs::path path = Folder() / "Sample.dat";
+    fs::path path = Folder() / "Sample.dat";
     EXPECT_EQ(store::DefaultDriver().Create(path, SampleFile()), StatusSuccess);
     Cursor file(store::DefaultDriver(), path);
     for (const std::int32_t number : numbers) {
@@ -387,6 +387,15 @@ TEST_F(TovrinFileTest, TheReadOnlyModeRefusesWrites) {
   EXPECT_EQ(file.btUpdate(0), StatusAccessDenied);
   EXPECT_EQ(file.btDelete(), StatusAccessDenied);
   EXPECT_EQ(file.btRecordCount(), 1);
+}
+
+TEST_F(TovrinFileTest, AProtectedFileAnswers51) {
+  const fs::path path = Make({1});
+  ASSERT_EQ(store::DefaultDriver().SetOwner(path, "someone", false), StatusSuccess);
+  TovrinFile file;
+  EXPECT_EQ(Open(file, path), StatusInvalidOwner);
+  EXPECT_EQ(Open(file, path, ReadOnly), StatusInvalidOwner);
+  ExpectClosed(file);
 }
 
 TEST_F(TovrinFileTest, AnOpenOnAnOpenObjectOpensAnew) {

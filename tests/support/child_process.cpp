@@ -1,7 +1,6 @@
 #include "support/child_process.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/mount.h>
 #include <sys/wait.h>
@@ -9,6 +8,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -52,6 +52,7 @@ int WaitFor(pid_t pid) {
 /// Starts a program with these ends of pipes as its input and output.
 pid_t Spawn(const std::vector<std::string>& command, int input, int output) {
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& part : command) arguments.push_back(const_cast<char*>(part.c_str()));
   arguments.push_back(nullptr);
 

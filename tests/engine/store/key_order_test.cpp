@@ -23,11 +23,11 @@ class KeyOrder : public DriverTest {
   /// order of insertion, and each to be found by its own key.
   void ExpectOrder(std::int16_t keyNumber, std::vector<Sample> samples) {
     Cursor file = New(SampleFile());
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-      samples[i].number = static_cast<std::int32_t>(i + 1);
-    }
-    for (auto sample = samples.rbegin(); sample != samples.rend(); ++sample) {
-      ASSERT_EQ(file.Insert(keyNumber, *sample), StatusSuccess);
+    std::int32_t number = 0;
+    for (Sample& sample : samples) sample.number = ++number;
+    const std::vector<Sample> turnedRound(samples.rbegin(), samples.rend());
+    for (const Sample& sample : turnedRound) {
+      ASSERT_EQ(file.Insert(keyNumber, sample), StatusSuccess);
     }
     Numbers expected(samples.size());
     std::iota(expected.begin(), expected.end(), 1);

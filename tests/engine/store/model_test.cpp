@@ -348,8 +348,8 @@ class Dice {
 void ChangeField(Dice& dice, Bytes& record, int field) {
   static constexpr double Doubles[] = {
       -std::numeric_limits<double>::infinity(), -2.5, -0.25, 0, 0.5, 2, 65537, 1e300};
-  static const std::string Texts[] = {"",     " ",        "A",        "A ",   "AB",    "ABC",
-                                      "ABCD", "ABCDEFGH", "ABCDEFGI", "\xE9", "ab\xFF"};
+  static constexpr std::string_view Texts[] = {
+      "", " ", "A", "A ", "AB", "ABC", "ABCD", "ABCDEFGH", "ABCDEFGI", "\xE9", "ab\xFF"};
   switch (field) {
     case 0:
       Poke(record, SampleOffset::Number, std::int32_t{dice.OneIn(2) ? 0 : dice.Below(60)});

@@ -107,7 +107,7 @@ TEST_P(OpenAnswers, AFileOfAnotherKindAnswers30) {
 
 TEST_P(OpenAnswers, AFileOfAnotherKindIsNotChanged) {
   const fs::path path = Folder() / "Empty.dat";
-  std::ofstream{path};
+  std::ofstream(path).close();
   EXPECT_EQ(OpenStatus(path), StatusNotARecordFile);
   EXPECT_EQ(fs::file_size(path), 0U);
 }

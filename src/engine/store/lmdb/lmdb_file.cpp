@@ -15,8 +15,8 @@ Status SearchStatus(int code, Status notFound) {
   return code == MDB_NOTFOUND ? notFound : StatusOf(code);
 }
 
-/// Gives a record its number where an auto-increment key asks for one, and takes it back unless the insert
-/// succeeds.
+/// Gives a record its number where an auto-increment key asks for one, and takes it back unless the
+/// insert succeeds.
 class GivenNumber {
  public:
   GivenNumber(const Writing& writing, const FileDescription& file, std::span<std::byte> record) {
@@ -139,16 +139,20 @@ Status LmdbFile::Get(Seek seek, std::int16_t keyNumber, std::span<const std::byt
   if (reading.Failure() != StatusSuccess) return reading.Failure();
 
   Cursor keys(keys_, reading);
+  Cursor records(records_, reading);
   const bool along = seek == Seek::Next || seek == Seek::Previous;
+  if (!along) {
+    keys.Forget();
+    records.Forget();
+  }
   const int code = along ? MoveAlong(keys, seek) : SearchKey(keys, seek, *description, key);
   keys.Stay(false);
-  if (code == MDB_SUCCESS) return TakeEntry(reading, keyNumber, keys, record);
+  if (code == MDB_SUCCESS) return TakeEntry(keyNumber, keys, records, record);
   return SearchStatus(code, seek == Seek::Equal ? StatusKeyNotFound : StatusEndOfFile);
 }
 
-Status LmdbFile::TakeEntry(const Reading& reading, std::int16_t keyNumber, Cursor& keys,
+Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records,
                            std::span<std::byte> record) {
-  Cursor records(records_, reading);
   const int code = records.At(EntryKey::OfRecord(NumberIn(keys.Entry())));
   records.Stay(false);
   if (code != MDB_SUCCESS) return StatusIOError;  // an entry without its record
@@ -215,12 +219,13 @@ Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
   if (current_.number == 0) return StatusInvalidPositioning;
   const Reading reading(*view_);
   if (reading.Failure() != StatusSuccess) return reading.Failure();
-  const auto stored = ReadEntry(reading.Transaction(), reading.Tree(),
-                                EntryKey::OfRecord(current_.number));
+  const auto stored =
+      ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfRecord(current_.number));
   if (!stored) return StatusRecordConflict;
   const auto record = std::as_bytes(std::span(*stored)).subspan(sizeof(Stamp));
   const KeySpread spread(reading, *key);
-  percent = spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
+  percent =
+      spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
   return StatusSuccess;
 }
 
@@ -233,10 +238,11 @@ Status LmdbFile::GetByPercentage(std::int16_t keyNumber, double percent,
   const auto entry = KeySpread(reading, *key).EntryAt(percent);
   if (!entry) return StatusEndOfFile;
   Cursor keys(keys_, reading);
-  keys.Stay(false);
+  Cursor records(records_, reading);
   const int code = keys.At(*entry);
+  keys.Stay(false);
   if (code != MDB_SUCCESS) return SearchStatus(code, StatusEndOfFile);
-  return TakeEntry(reading, keyNumber, keys, record);
+  return TakeEntry(keyNumber, keys, records, record);
 }
 
 // Writes
@@ -263,8 +269,8 @@ Status LmdbFile::Insert(std::int16_t keyNumber, std::span<std::byte> record) {
 }
 
 Status LmdbFile::StoredRecord(const Writing& writing, std::span<const std::byte>& stored) const {
-  const auto found = ReadEntry(writing.Transaction(), writing.Tree(),
-                               EntryKey::OfRecord(current_.number));
+  const auto found =
+      ReadEntry(writing.Transaction(), writing.Tree(), EntryKey::OfRecord(current_.number));
   if (!found || found->size() < sizeof(Stamp)) return StatusRecordConflict;
   if (std::memcmp(found->data(), &current_.stamp, sizeof(Stamp)) != 0) return StatusRecordConflict;
   stored = std::as_bytes(std::span(*found)).subspan(sizeof(Stamp));

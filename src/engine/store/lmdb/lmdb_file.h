@@ -46,7 +46,7 @@ class LmdbFile final : public File {
   [[nodiscard]] Status CheckPlace(Seek seek, std::int16_t keyNumber) const;
   int MoveAlong(Cursor& cursor, Seek seek) const;
   int MoveInOrder(Cursor& cursor, Step step) const;
-  Status TakeEntry(const Reading& reading, std::int16_t keyNumber, Cursor& keys,
+  Status TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records,
                    std::span<std::byte> record);
   Status TakeRecord(Cursor& records, std::span<std::byte> record);
   void TakeWritten(const KeyDescription& key, std::span<const std::byte> record,

@@ -6,7 +6,7 @@ KeptCursor::~KeptCursor() {
   if (cursor_ != nullptr) mdb_cursor_close(cursor_);
 }
 
-Cursor::Cursor(KeptCursor& kept, const Reading& reading) {
+Cursor::Cursor(KeptCursor& kept, const Reading& reading) : transaction_(reading.Transaction()) {
   if (reading.InBatch()) {
     failure_ = mdb_cursor_open(reading.Transaction(), reading.Tree(), &cursor_);
     return;
@@ -24,15 +24,22 @@ Cursor::Cursor(KeptCursor& kept, const Reading& reading) {
 }
 
 Cursor::Cursor(const Reading& reading)
-    : failure_(mdb_cursor_open(reading.Transaction(), reading.Tree(), &cursor_)) {}
+    : transaction_(reading.Transaction()),
+      failure_(mdb_cursor_open(reading.Transaction(), reading.Tree(), &cursor_)) {}
 
 Cursor::~Cursor() {
   if (kept_ == nullptr && failure_ == MDB_SUCCESS) mdb_cursor_close(cursor_);
 }
 
+void Cursor::Forget() {
+  Stay(false);
+  if (kept_ != nullptr && failure_ == MDB_SUCCESS) {
+    failure_ = mdb_cursor_renew(transaction_, cursor_);
+  }
+}
+
 int Cursor::Move(MDB_cursor_op operation) {
-  return failure_ != MDB_SUCCESS ? failure_
-                                 : mdb_cursor_get(cursor_, &entry_, &value_, operation);
+  return failure_ != MDB_SUCCESS ? failure_ : mdb_cursor_get(cursor_, &entry_, &value_, operation);
 }
 
 int Cursor::At(const EntryKey& key) {

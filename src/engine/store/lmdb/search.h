@@ -7,8 +7,8 @@
 
 namespace larkmoor::store::lmdb {
 
-/// A cursor that an object keeps between readings. While nobody commits every page of the tree stays as it
-/// is, and the cursor still stands where it stood.
+/// A cursor that an object keeps between readings. While nobody commits every page of the tree
+/// stays as it is, and the cursor still stands where it stood.
 class KeptCursor {
  public:
   KeptCursor() = default;
@@ -23,8 +23,8 @@ class KeptCursor {
   bool stands_ = false;
 };
 
-/// A cursor for one reading: the object's kept one, or inside a batch, where every write may move it, one
-/// that passes.
+/// A cursor for one reading: the object's kept one, or inside a batch, where every write may move
+/// it, one that passes.
 class Cursor {
  public:
   Cursor(KeptCursor& kept, const Reading& reading);
@@ -38,6 +38,10 @@ class Cursor {
   void Stay(bool stays) {
     if (kept_ != nullptr) kept_->stands_ = stays;
   }
+
+  /// Drops where the cursor stands. LMDB looks there first, which helps a walk and hinders a
+  /// search.
+  void Forget();
 
   // Each sets the entry that it found and answers 0, or answers LMDB's code.
   int Move(MDB_cursor_op operation);
@@ -55,14 +59,15 @@ class Cursor {
 
  private:
   KeptCursor* kept_ = nullptr;
+  MDB_txn* transaction_;
   MDB_cursor* cursor_ = nullptr;
   int failure_ = MDB_SUCCESS;
   MDB_val entry_{};
   MDB_val value_{};
 };
 
-/// Searches a key path; `buffer` holds the value that the comparing searches compare with. Next and previous
-/// are not searches of this kind. MDB_NOTFOUND where the path ends.
+/// Searches a key path; `buffer` holds the value that the comparing searches compare with. Next and
+/// previous are not searches of this kind. MDB_NOTFOUND where the path ends.
 int SearchKey(Cursor& cursor, Seek seek, const KeyDescription& key,
               std::span<const std::byte> buffer);
 
