@@ -1,15 +1,10 @@
-// What the library costs above the store it stands on: the same work through a public class and in bare
-// LMDB, side by side in one run.
+// What the library costs above the store it stands on: the same work through a public class and in
+// bare LMDB, side by side in one run.
 //
-//     build/release/bench/larkmoor_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only
+//     build/release/bench/larkmoor_bench --benchmark_repetitions=5
+//     --benchmark_report_aggregates_only
 //
 // Compare the medians of a pair; the machine matters less then.
-
-#include <larkmoor/larkmoor.h>
-
-#include <benchmark/benchmark.h>
-#include <lmdb.h>
-#include <stdlib.h>
 
 #include <cstring>
 #include <filesystem>
@@ -17,6 +12,12 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
+#include <lmdb.h>
+#include <stdlib.h>
+
+#include <larkmoor/larkmoor.h>
 
 namespace {
 

@@ -62,8 +62,8 @@ struct Member {
   bool isOperation;
   ValueType type;  ///< what the operation returns, or the property's type
   std::span<const Argument> arguments;
-  Getter get;  ///< calls an operation; null for a write-only property
-  Letter let;  ///< null for operations and read-only properties
+  Getter get;           ///< calls an operation; null for a write-only property
+  Letter let;           ///< null for operations and read-only properties
   std::int32_t number;  ///< permanent, for automation clients
   Storage storage = Storage::ByHand;
   /// The field behind the property where `storage` is Field or Date, otherwise null.

@@ -1,9 +1,9 @@
 // What the generated rows of the member table are made with.
 #pragma once
 
-#include "automation/automation.h"
-
 #include <larkmoor/member_access.h>
+
+#include "automation/automation.h"
 
 namespace larkmoor::automation {
 

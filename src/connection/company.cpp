@@ -1,4 +1,4 @@
-#include <larkmoor/company.h>
+#include "engine/records/company.h"
 
 #include <cmath>
 #include <cstdio>
@@ -6,12 +6,12 @@
 #include <system_error>
 #include <vector>
 
+#include <larkmoor/company.h>
 #include <larkmoor/error.h>
 
 #include "connection/status_messages.h"
 #include "engine/path.h"
 #include "engine/records/all_records.h"
-#include "engine/records/company.h"
 #include "engine/runtime_error.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_record.h"
@@ -58,8 +58,8 @@ class Made {
 void MakeFolder(const fs::path& folder, Made& made) {
   std::error_code failed;
   if (folder.empty() || fs::is_directory(folder, failed)) return;
-  const fs::path above = folder.has_filename() ? folder.parent_path()
-                                               : folder.parent_path().parent_path();
+  const fs::path above =
+      folder.has_filename() ? folder.parent_path() : folder.parent_path().parent_path();
   if (above != folder) MakeFolder(above, made);
   if (folder.has_filename() && !fs::create_directory(folder, failed)) {
     Fail(folder, failed ? failed.message() : "there is a file of that name", StatusInvalidFileName);

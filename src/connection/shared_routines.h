@@ -22,13 +22,13 @@ bool IncrementBatchEntry(std::int16_t index);
 /// open.
 std::int32_t MaxNRecord();
 
-/// Largest transaction number of a journal in a period, over the unbroken run of key 0 that begins at
-/// transaction 1; 0 where there is none, -1 where the file does not open.
+/// Largest transaction number of a journal in a period, over the unbroken run of key 0 that begins
+/// at transaction 1; 0 where there is none, -1 where the file does not open.
 std::int32_t MaxTrxNumber(std::int16_t period, std::int16_t journal);
 
-// The last and next document numbers in the general file. A read gives the empty text where the file
-// or its row cannot be read. A write returns 3 where the file does not open, 4 where the row is not
-// there, otherwise the status of the update.
+// The last and next document numbers in the general file. A read gives the empty text where the
+// file or its row cannot be read. A write returns 3 where the file does not open, 4 where the row
+// is not there, otherwise the status of the update.
 std::string ReadLastPONumber();
 Status WriteLastPONumber(std::string_view value);
 std::string ReadNextInvoiceNumber();

@@ -23,7 +23,10 @@ store::FileDescription RecordDescription::FileFor(double release) const {
   store::FileDescription file{std::string(name), release, LengthFor(release), {}};
   for (const RecordKey& key : keys) {
     if (release < key.from || release >= key.below) continue;
-    file.keys.push_back({key.number, key.unique, key.modifiable, key.autoIncrement,
+    file.keys.push_back({key.number,
+                         key.unique,
+                         key.modifiable,
+                         key.autoIncrement,
                          {key.segments.begin(), key.segments.end()}});
   }
   return file;

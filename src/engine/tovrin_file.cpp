@@ -12,8 +12,8 @@
 namespace larkmoor {
 namespace {
 
-// The thread's objects, for `btReset`. A plain pointer, so that objects which outlive the thread's other
-// state (statics of a client) can still leave the list.
+// The thread's objects, for `btReset`. A plain pointer, so that objects which outlive the thread's
+// other state (statics of a client) can still leave the list.
 thread_local TovrinFile* firstOfThread = nullptr;
 
 }  // namespace
@@ -57,9 +57,7 @@ Status TovrinFile::btUpdate(std::int16_t keyNumber) {
 
 Status TovrinFile::btDelete() { return file_ ? file_->Delete() : StatusFileNotOpen; }
 
-Status TovrinFile::btGetEqual(std::int16_t keyNumber) {
-  return Get(store::Seek::Equal, keyNumber);
-}
+Status TovrinFile::btGetEqual(std::int16_t keyNumber) { return Get(store::Seek::Equal, keyNumber); }
 Status TovrinFile::btGetGreaterThan(std::int16_t keyNumber) {
   return Get(store::Seek::Greater, keyNumber);
 }
@@ -72,9 +70,7 @@ Status TovrinFile::btGetLessThan(std::int16_t keyNumber) {
 Status TovrinFile::btGetLessOrEqual(std::int16_t keyNumber) {
   return Get(store::Seek::LessOrEqual, keyNumber);
 }
-Status TovrinFile::btGetFirst(std::int16_t keyNumber) {
-  return Get(store::Seek::First, keyNumber);
-}
+Status TovrinFile::btGetFirst(std::int16_t keyNumber) { return Get(store::Seek::First, keyNumber); }
 Status TovrinFile::btGetLast(std::int16_t keyNumber) { return Get(store::Seek::Last, keyNumber); }
 Status TovrinFile::btGetNext(std::int16_t keyNumber) { return Get(store::Seek::Next, keyNumber); }
 Status TovrinFile::btGetPrevious(std::int16_t keyNumber) {

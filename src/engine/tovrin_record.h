@@ -16,8 +16,9 @@ namespace larkmoor {
 /// reaches the file with the next insert or update, a get shows what was read with the lets since.
 /// Before `AttachBuffer` a record works on a blank buffer of its own.
 ///
-/// An index outside a repeating field raises error 9 ("Subscript out of range") and changes nothing.
-/// A field that lies beyond the record's length in the data at hand reads blank and drops writes.
+/// An index outside a repeating field raises error 9 ("Subscript out of range") and changes
+/// nothing. A field that lies beyond the record's length in the data at hand reads blank and drops
+/// writes.
 class Tovrin2Record {
  public:
   explicit Tovrin2Record(const RecordDescription& description);

@@ -22,16 +22,16 @@ struct FrameBehaviour {
   bool failedOpenKeepsFile = false;
 };
 
-/// The frame of a table. A public class owns one and forwards its operations to it. No operation raises an
-/// error; each answers with the engine's status.
+/// The frame of a table. A public class owns one and forwards its operations to it. No operation
+/// raises an error; each answers with the engine's status.
 class TableFrame {
  public:
   /// `fileName` is the bare name of the file, which `OpenFile` looks for in the company folder.
   TableFrame(const RecordDescription& record, std::string_view fileName,
              FrameBehaviour behaviour = {});
 
-  /// Opens the file in normal mode, binds and blanks the record. Where that fails the object drops its file
-  /// and is otherwise as it was.
+  /// Opens the file in normal mode, binds and blanks the record. Where that fails the object drops
+  /// its file and is otherwise as it was.
   Status OpenFile();
   /// Closes the file and drops it and the record; 0 where the object is not marked open.
   Status CloseFile();

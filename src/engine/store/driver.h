@@ -22,17 +22,7 @@
 namespace larkmoor::store {
 
 /// Searches on a key path.
-enum class Seek {
-  Equal,
-  Greater,
-  GreaterOrEqual,
-  Less,
-  LessOrEqual,
-  First,
-  Last,
-  Next,
-  Previous
-};
+enum class Seek { Equal, Greater, GreaterOrEqual, Less, LessOrEqual, First, Last, Next, Previous };
 
 /// Moves in physical order, which is the order of insertion.
 enum class Step { First, Last, Next, Previous };
@@ -124,8 +114,8 @@ class Driver {
   // Administration. None of it looks at owner names.
 
   virtual Status Statistics(const std::filesystem::path& path, FileStatistics& statistics) = 0;
-  /// Protects the file: without the name an open answers 51, or, with `allowRead`, opens for reading
-  /// and answers writes with 46.
+  /// Protects the file: without the name an open answers 51, or, with `allowRead`, opens for
+  /// reading and answers writes with 46.
   virtual Status SetOwner(const std::filesystem::path& path, std::string_view name,
                           bool allowRead) = 0;
   /// Takes the protection away; 51 where `name` is not the file's owner name.

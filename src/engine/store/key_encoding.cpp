@@ -29,8 +29,8 @@ void AppendSigned(EncodedKey& encoded, std::span<const std::byte> bytes) {
   AppendBigEndian(encoded, static_cast<Unsigned>(value ^ (Unsigned{1} << (8 * sizeof value - 1))));
 }
 
-/// Floats sort as unsigned once the sign bit of the positive ones, and all bits of the negative ones,
-/// are flipped. The two zeros are one value.
+/// Floats sort as unsigned once the sign bit of the positive ones, and all bits of the negative
+/// ones, are flipped. The two zeros are one value.
 void AppendDouble(EncodedKey& encoded, std::span<const std::byte> bytes) {
   constexpr std::uint64_t SignBit = std::uint64_t{1} << 63;
   const auto number = LoadAs<double>(bytes);

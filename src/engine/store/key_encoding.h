@@ -9,9 +9,9 @@
 
 namespace larkmoor::store {
 
-/// Bytes that compare, byte by byte, as key values do: integers by sign and size, floats by size, texts
-/// byte by byte with a shorter one first. At most as long as the key is wide and one byte more for each
-/// text segment.
+/// Bytes that compare, byte by byte, as key values do: integers by sign and size, floats by size,
+/// texts byte by byte with a shorter one first. At most as long as the key is wide and one byte
+/// more for each text segment.
 class EncodedKey {
  public:
   /// Room for the widest key and the ends of its text segments.
@@ -26,8 +26,8 @@ class EncodedKey {
   std::size_t size_ = 0;
 };
 
-/// The key that a key buffer holds, segment after segment. `buffer` is at least as long as the key is
-/// wide.
+/// The key that a key buffer holds, segment after segment. `buffer` is at least as long as the key
+/// is wide.
 EncodedKey EncodeKeyBuffer(const KeyDescription& key, std::span<const std::byte> buffer);
 
 /// The key of a record.

@@ -1,10 +1,8 @@
 #include "engine/store/lmdb/environment.h"
 
-#include <pthread.h>
+#include <linux/magic.h>
 #include <sys/vfs.h>
 #include <unistd.h>
-
-#include <linux/magic.h>
 
 #include <cerrno>
 #include <csetjmp>
@@ -13,13 +11,16 @@
 #include <mutex>
 #include <utility>
 
+#include <pthread.h>
+
 #include "engine/store/lmdb/failure.h"
 #include "engine/tovrin_status.h"
 
 namespace larkmoor::store::lmdb {
 namespace {
 
-/// Address space for one file, and so how large a file can grow. Takes no memory and no disk by itself.
+/// Address space for one file, and so how large a file can grow. Takes no memory and no disk by
+/// itself.
 constexpr std::size_t MapSize = std::size_t{32} << 30;
 /// One opened file and how many share it.
 struct Shared {
@@ -177,7 +178,8 @@ Status Environment::OpenHandle(const std::filesystem::path& path) {
   if (code != MDB_SUCCESS) return OpenStatusOf(code);
   std::unique_ptr<MDB_env, Closer> opening(handle);
   mdb_env_set_mapsize(handle, MapSize);
-  // Without the second sync of a commit: after loss of power the file may be one commit old, never damaged.
+  // Without the second sync of a commit: after loss of power the file may be one commit old, never
+  // damaged.
   code = mdb_env_open(handle, path.c_str(), MDB_NOSUBDIR | MDB_NOMETASYNC | MDB_NOTLS,
                       file_.Permissions());
   if (code != MDB_SUCCESS) return OpenStatusOf(code);
@@ -189,8 +191,8 @@ Status Environment::CheckLength() {
   const off_t size = file_.Size();
   const off_t length = LengthOfTree();
   if (size >= length) return StatusSuccess;
-  // Cut off, or its writer died between a commit and `Reach`. The tree tells which; those who have the file
-  // open already have asked it.
+  // Cut off, or its writer died between a commit and `Reach`. The tree tells which; those who have
+  // the file open already have asked it.
   if (!file_.Writable()) return StatusNotARecordFile;
   if (!file_.LockAlone()) return StatusSuccess;
   const bool whole = file_.Extend(length) && TreeIsWhole();
@@ -200,7 +202,8 @@ Status Environment::CheckLength() {
 }
 
 bool Environment::TreeIsWhole() const {
-  // LMDB asserts where it finds a page that is none; the walk then ends here instead of the process.
+  // LMDB asserts where it finds a page that is none; the walk then ends here instead of the
+  // process.
   static thread_local std::jmp_buf foundDamage;
   MDB_txn* transaction = nullptr;
   if (mdb_txn_begin(Handle(), nullptr, MDB_RDONLY, &transaction) != MDB_SUCCESS) return false;

@@ -89,7 +89,8 @@ std::optional<std::string_view> ReadEntry(MDB_txn* transaction, MDB_dbi tree, co
 /// The counters of a file.
 Counters ReadCounters(MDB_txn* transaction, MDB_dbi tree);
 
-/// An environment handle of a file that nobody has open, or that is being made: no lock file, no readers.
+/// An environment handle of a file that nobody has open, or that is being made: no lock file, no
+/// readers.
 Status OpenAlone(const std::filesystem::path& path, unsigned flags, MDB_env*& handle);
 
 }  // namespace larkmoor::store::lmdb

@@ -33,7 +33,8 @@ bool Lock(int descriptor, int command, short type, off_t place) {
   return result == 0;
 }
 
-/// Room for LMDB's readers' table; LMDB makes it as long as the file lets it be. Takes no disk until used.
+/// Room for LMDB's readers' table; LMDB makes it as long as the file lets it be. Takes no disk
+/// until used.
 constexpr off_t LockTableSize = off_t{256} << 10;
 
 /// What stands at the end of a lock file, behind the readers' table.
@@ -42,8 +43,7 @@ struct Trailer {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
 
-  explicit Trailer(const FileIdentity& identity)
-      : device(identity.device), inode(identity.inode) {}
+  explicit Trailer(const FileIdentity& identity) : device(identity.device), inode(identity.inode) {}
   bool operator==(const Trailer&) const = default;
 };
 
@@ -130,7 +130,8 @@ bool BelongsTo(const std::filesystem::path& lockFile, const FileIdentity& identi
 bool MakeLockFile(const std::filesystem::path& lockFile, const FileIdentity& identity,
                   mode_t permissions) {
   unlink(lockFile.c_str());
-  const int descriptor = open(lockFile.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
+  const int descriptor =
+      open(lockFile.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
   if (descriptor < 0) return false;
   const Trailer trailer(identity);
   const bool done = fchmod(descriptor, permissions) == 0 &&

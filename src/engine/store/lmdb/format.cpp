@@ -41,8 +41,8 @@ Json ToJson(const KeyDescription& key) {
 }
 
 KeyDescription KeyFromJson(const Json& json) {
-  KeyDescription key{json.at("number"), json.at("unique"), json.at("modifiable"),
-                     json.at("autoIncrement"), {}};
+  KeyDescription key{
+      json.at("number"), json.at("unique"), json.at("modifiable"), json.at("autoIncrement"), {}};
   for (const Json& segment : json.at("segments")) {
     const auto name = segment.at("type").get<std::string_view>();
     const auto type = std::find(std::begin(SegmentNames), std::end(SegmentNames), name);
@@ -156,7 +156,8 @@ void EntryKey::Append(std::span<const std::byte> bytes) {
 }
 
 void EntryKey::Append(RecordNumber number) {
-  for (int shift = 56; shift >= 0; shift -= 8) bytes_[size_++] = static_cast<std::byte>(number >> shift);
+  for (int shift = 56; shift >= 0; shift -= 8)
+    bytes_[size_++] = static_cast<std::byte>(number >> shift);
 }
 
 bool IsRecord(const MDB_val& entry) { return HasPrefix(entry, Prefix::Record, 0); }

@@ -5,7 +5,8 @@
 //
 //   Header + name            description of the file (JSON), owner name (JSON)
 //   Record + record number   stamp of the last write (8 bytes), then the record's bytes
-//   Counters                 next record number, number of records; lies right behind the last record, so
+//   Counters                 next record number, number of records; lies right behind the last
+//   record, so
 //                            that an insert touches no page of its own for it
 //   Key + key number, encoded key, record number    nothing
 //

@@ -82,8 +82,7 @@ Status MakeFile(const fs::path& path, const FileDescription& description) {
 }
 
 std::optional<Owner> OwnerOf(const Reading& reading) {
-  const auto text =
-      ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfHeader(OwnerName));
+  const auto text = ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfHeader(OwnerName));
   if (!text) return std::nullopt;
   // A protection that cannot be read protects against everyone.
   return OwnerFromText(*text).value_or(Owner{"*", false});
@@ -148,7 +147,8 @@ Status LmdbDriver::Create(const fs::path& path, const FileDescription& descripti
 }
 
 std::vector<EngineVersion> LmdbDriver::Versions() const {
-  return {{EngineMajor, EngineMinor, 'N'}, {EngineMajor, EngineMinor, 'S'},
+  return {{EngineMajor, EngineMinor, 'N'},
+          {EngineMajor, EngineMinor, 'S'},
           {EngineMajor, EngineMinor, 'W'}};
 }
 
@@ -214,7 +214,8 @@ Status LmdbDriver::Compact(const fs::path& path) {
   const int copy = open(temporary.Path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (copy < 0) return OpenStatusOf(errno);
   int code = mdb_env_copyfd2(handle, copy, MDB_CP_COMPACT);
-  if (code == MDB_SUCCESS && (fsync(copy) != 0 || fchmod(copy, file.Permissions()) != 0)) code = errno;
+  if (code == MDB_SUCCESS && (fsync(copy) != 0 || fchmod(copy, file.Permissions()) != 0))
+    code = errno;
   close(copy);
   if (code == MDB_SUCCESS && rename(temporary.Path().c_str(), path.c_str()) != 0) code = errno;
   return StatusOf(code);

@@ -44,9 +44,9 @@ void KeySpread::TakeSample(const Reading& reading, const KeyDescription& key) {
     if (cursor.AtOrAbove(EntryKey::OfRecord(number)) != MDB_SUCCESS || !IsRecord(cursor.Entry())) {
       continue;
     }
-    const auto record = std::span(static_cast<const std::byte*>(cursor.Value().mv_data),
-                                  cursor.Value().mv_size)
-                            .subspan(sizeof(Stamp));
+    const auto record =
+        std::span(static_cast<const std::byte*>(cursor.Value().mv_data), cursor.Value().mv_size)
+            .subspan(sizeof(Stamp));
     entries_.push_back(
         EntryKey::OfKey(key.number, EncodeKeyOf(key, record), NumberIn(cursor.Entry())));
   }

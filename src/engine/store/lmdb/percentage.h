@@ -9,9 +9,9 @@
 
 namespace larkmoor::store::lmdb {
 
-/// Entries of a key that stand for all of them: of a small file all, of a large one those of records spread
-/// evenly over the file. So the answer is exact for small files, near for large ones, and costs the same
-/// however many records there are.
+/// Entries of a key that stand for all of them: of a small file all, of a large one those of
+/// records spread evenly over the file. So the answer is exact for small files, near for large
+/// ones, and costs the same however many records there are.
 class KeySpread {
  public:
   KeySpread(const Reading& reading, const KeyDescription& key);

@@ -15,8 +15,9 @@ namespace larkmoor::store::lmdb {
 
 /// The batch of a thread: the files that it has written to, and the folders that it has locked.
 ///
-/// Two batches that write to the same files in different orders would wait for each other for ever, so
-/// that batches take turns by folder. A second folder is taken only where it is free: 85 otherwise.
+/// Two batches that write to the same files in different orders would wait for each other for ever,
+/// so that batches take turns by folder. A second folder is taken only where it is free: 85
+/// otherwise.
 class ThreadBatch {
  public:
   ~ThreadBatch() { End(false); }

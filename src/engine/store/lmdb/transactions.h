@@ -12,8 +12,8 @@
 
 namespace larkmoor::store::lmdb {
 
-/// A thread's share in an environment. All objects of the thread that have the file open share it, so that
-/// reads see what the thread's batch has written.
+/// A thread's share in an environment. All objects of the thread that have the file open share it,
+/// so that reads see what the thread's batch has written.
 class ThreadView {
  public:
   explicit ThreadView(EnvironmentRef environment) : environment_(std::move(environment)) {}
@@ -40,9 +40,9 @@ class ThreadView {
   Status batchFailure_ = StatusSuccess;
 };
 
-/// A moment in which the thread reads one state of the file: what it has written in its batch, or what was
-/// committed last. Nothing is held between two readings, so that nobody's writes are kept from reusing
-/// room.
+/// A moment in which the thread reads one state of the file: what it has written in its batch, or
+/// what was committed last. Nothing is held between two readings, so that nobody's writes are kept
+/// from reusing room.
 class Reading {
  public:
   explicit Reading(ThreadView& view);
@@ -75,8 +75,8 @@ class Writing {
   [[nodiscard]] Status Failure() const { return failure_; }
   [[nodiscard]] MDB_txn* Transaction() const { return transaction_; }
   [[nodiscard]] MDB_dbi Tree() const { return view_.Env().Tree(); }
-  /// Ends the write: commits where `code` is success. A failure in a batch spoils what the batch has of
-  /// this file.
+  /// Ends the write: commits where `code` is success. A failure in a batch spoils what the batch
+  /// has of this file.
   Status Finish(int code);
 
  private:

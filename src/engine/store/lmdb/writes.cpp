@@ -59,8 +59,8 @@ std::int64_t NextNumber(const Writing& writing, const KeyDescription& key) {
   std::int64_t highest = 0;
   const EntryKey behind = EntryKey::BeforeKey(static_cast<std::int16_t>(key.number + 1));
   if (WriteCursor(writing).Below(behind, entry) && IsOfKey(entry, key.number)) {
-    highest = DecodeNumber(segment, std::span(static_cast<const std::byte*>(entry.mv_data) + 1,
-                                              segment.width));
+    highest = DecodeNumber(
+        segment, std::span(static_cast<const std::byte*>(entry.mv_data) + 1, segment.width));
   }
   return highest >= limit ? 0 : std::max<std::int64_t>(highest, 0) + 1;
 }

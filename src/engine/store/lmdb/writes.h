@@ -22,7 +22,8 @@ Stamp NewStamp();
 /// Whether any record has that key value.
 bool HasKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& key);
 
-/// One above the highest number on an auto-increment key, at least 1; 0 where the type's range is used up.
+/// One above the highest number on an auto-increment key, at least 1; 0 where the type's range is
+/// used up.
 std::int64_t NextNumber(const Writing& writing, const KeyDescription& key);
 
 // Each answers LMDB's code.
