@@ -1,4 +1,5 @@
 // The `larkmoor` command: companies, their records and their files from a shell.
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -40,7 +41,7 @@ int ReportFailure(const std::string& message) {
   return ExitFailure;
 }
 
-int Run(CLI::App& app, int argc, char** argv) {
+int Parse(CLI::App& app, int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& help) {
@@ -58,10 +59,7 @@ int Run(CLI::App& app, int argc, char** argv) {
   return std::cout ? ExitSuccess : ReportFailure("the output could not be written");
 }
 
-}  // namespace
-}  // namespace larkmoor::cli
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   CLI::App app("Companies, their records and their files", "larkmoor");
   app.require_subcommand(1);
@@ -71,6 +69,19 @@ int main(int argc, char** argv) {
       "Exit codes: 0 success; 1 the command failed; 2 the command line is wrong, or names a "
       "class,\n"
       "a column or a value that there is not. Errors go to standard error.");
-  larkmoor::cli::AddCommands(app);
-  return larkmoor::cli::Run(app, argc, argv);
+  AddCommands(app);
+  return Parse(app, argc, argv);
+}
+
+}  // namespace
+}  // namespace larkmoor::cli
+
+int main(int argc, char** argv) {
+  try {
+    return larkmoor::cli::Run(argc, argv);
+  } catch (...) {
+    // Whatever a command raises has been reported by now: memory itself has run out.
+    std::fputs("larkmoor: out of memory\n", stderr);
+    return larkmoor::cli::ExitFailure;
+  }
 }

@@ -16,7 +16,7 @@ namespace {
 
 }  // namespace
 
-InputFile::InputFile(std::string path) {
+InputFile::InputFile(const std::string& path) {
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) RaiseFileFailure(path, EISDIR);
   errno = 0;

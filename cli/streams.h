@@ -10,7 +10,7 @@ namespace larkmoor::cli {
 /// A file opened for reading. Raises a `Failure` with the system's reason where it does not open.
 class InputFile {
  public:
-  explicit InputFile(std::string path);
+  explicit InputFile(const std::string& path);
   std::istream& Stream() { return stream_; }
   /// Bytes read so far, and bytes in all; 0 where the file is no plain one.
   std::int64_t Done();

@@ -134,10 +134,8 @@ TEST_F(EmployeeIndex, NeedsNoMoreThanReadingTheFile) {
 }
 
 TEST_F(EmployeeIndex, IsFoundInAReadOnlyFile) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
   AddEmployee("ADAMS", 11);
-  test::MakeReadOnly(EmployeeFile());
-  EXPECT_EQ(EmployeeIndexFromID("ADAMS"), 11);
+  test::WhereReadOnly(EmployeeFile(), [&] { EXPECT_EQ(EmployeeIndexFromID("ADAMS"), 11); });
 }
 
 TEST_F(EmployeeIndex, OfATextThatIsNoUtf8Is0WithAMessage) {
@@ -251,9 +249,7 @@ TEST_F(BatchEntry, IsRefusedWhereTheFileDoesNotOpen) {
 }
 
 TEST_F(BatchEntry, IsRefusedWhereTheFileIsReadOnly) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
-  test::MakeReadOnly(GeneralFile());
-  EXPECT_FALSE(IncrementBatchEntry(3));
+  test::WhereReadOnly(GeneralFile(), [&] { EXPECT_FALSE(IncrementBatchEntry(3)); });
 }
 
 // Neither the read nor the update is looked at.
@@ -375,10 +371,8 @@ TEST_P(MaxNRecordTest, OfAFileThatMayNotBeReadIsMinus1) {
 }
 
 TEST_P(MaxNRecordTest, IsFoundInAReadOnlyFile) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
   AddHeader(7, {1, 1, 0});
-  test::MakeReadOnly(HeaderFile());
-  EXPECT_EQ(MaxNRecord(), 7);
+  test::WhereReadOnly(HeaderFile(), [&] { EXPECT_EQ(MaxNRecord(), 7); });
 }
 
 TEST_P(MaxNRecordTest, LeavesTheFileClosed) {
@@ -447,10 +441,8 @@ TEST_P(MaxTrxNumberTest, OfAFileThatMayNotBeReadIsMinus1) {
 }
 
 TEST_P(MaxTrxNumberTest, IsFoundInAReadOnlyFile) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
   AddHeader({1, 5, 3});
-  test::MakeReadOnly(HeaderFile());
-  EXPECT_EQ(MaxTrxNumber(5, 3), 1);
+  test::WhereReadOnly(HeaderFile(), [&] { EXPECT_EQ(MaxTrxNumber(5, 3), 1); });
 }
 
 // It releases the file without a close of its own.
@@ -643,11 +635,11 @@ TEST_P(DocumentNumberTest, InAFileThatMayOnlyBeReadAnswersTheStatusOfTheUpdate) 
 
 // Also a read opens the file for writing, and fails where the file system does not allow that.
 TEST_P(DocumentNumberTest, InAReadOnlyFileReadsEmptyAndAnswers3) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
   Store("77");
-  test::MakeReadOnly(GeneralFile());
-  EXPECT_EQ(Read(), "");
-  EXPECT_EQ(Write("78"), StatusFileNotOpen);
+  test::WhereReadOnly(GeneralFile(), [&] {
+    EXPECT_EQ(Read(), "");
+    EXPECT_EQ(Write("78"), StatusFileNotOpen);
+  });
 }
 
 TEST_P(DocumentNumberTest, ThatIsNoUtf8RaisesAndStaysAsItWas) {

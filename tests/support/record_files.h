@@ -2,8 +2,6 @@
 // holds what open.
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -19,6 +17,7 @@
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_record.h"
 #include "engine/tovrin_status.h"
+#include "support/child_process.h"
 
 namespace larkmoor::test {
 
@@ -47,12 +46,20 @@ inline void ProtectFile(const std::filesystem::path& path, bool allowRead) {
   ASSERT_EQ(store::DefaultDriver().SetOwner(path, "someone", allowRead), StatusSuccess);
 }
 
-/// Whether the file system lets this process write everywhere, so that no file is read-only to it.
-inline bool IsSuperuser() { return geteuid() == 0; }
-
-/// Takes away the right to write the file.
-inline void MakeReadOnly(const std::filesystem::path& path) {
-  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+/// Runs `body` in a child process of a user who may read the file and not write it.
+template <typename Body>
+void WhereReadOnly(const std::filesystem::path& path, Body&& body) {
+  using std::filesystem::perms;
+  constexpr perms ReadByAll = perms::owner_read | perms::group_read | perms::others_read;
+  constexpr perms EnteredByAll = perms::owner_exec | perms::group_exec | perms::others_exec;
+  std::filesystem::permissions(path, ReadByAll);
+  for (const auto& folder : {path.parent_path(), path.parent_path().parent_path()}) {
+    std::filesystem::permissions(folder, ReadByAll | EnteredByAll | perms::owner_write);
+  }
+  RunInChild([&] {
+    ASSERT_TRUE(BecomeNobody());
+    body();
+  });
 }
 
 /// A record file, open for the lifetime of the object, with a record bound to it: for laying rows

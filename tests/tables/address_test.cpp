@@ -239,10 +239,10 @@ TEST_F(AddressLifecycle, FileThatMayOnlyBeReadOpensAndRefusesWrites) {
 }
 
 TEST_F(AddressLifecycle, ReadOnlyFileDoesNotOpen) {
-  if (test::IsSuperuser()) GTEST_SKIP() << "no file is read-only to the superuser";
-  test::MakeReadOnly(AddressFile());
-  Address address;
-  EXPECT_EQ(address.OpenFile(), StatusPermission);
+  test::WhereReadOnly(AddressFile(), [&] {
+    Address address;
+    EXPECT_EQ(address.OpenFile(), StatusPermission);
+  });
 }
 
 TEST_F(AddressLifecycle, SecondOpenFileStartsAnew) {
