@@ -22,12 +22,13 @@ Variant ConvertForColumn(const Column& column, std::string_view text) {
   }
 }
 
-RowValues::RowValues(const RowShape& shape, const std::vector<std::string>& assignments) {
+RowValues::RowValues(RowSource& rows, const std::vector<std::string>& assignments) {
+  const std::size_t recordLength = rows.File().RecordBuffer()->size();
   for (const std::string& assignment : assignments) {
     const Assignment parts = SplitAssignment(assignment);
-    const Column column = shape.FindSettable(parts.name);
+    const Column column = rows.Shape().FindSettable(parts.name);
     values_.push_back({column, ConvertForColumn(column, parts.value)});
-    for (const std::string& loss : LossesOf(parts.value, *column.property)) {
+    for (const std::string& loss : LossesOf(parts.value, *column.property, recordLength)) {
       Report(column.Name() + ": " + loss);
     }
   }

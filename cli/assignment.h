@@ -26,7 +26,7 @@ class RowValues {
  public:
   /// Raises a `UsageError` for a name that cannot be set and a value that does not convert. What
   /// the record cannot hold of a text is reported on standard error.
-  RowValues(const RowShape& shape, const std::vector<std::string>& assignments);
+  RowValues(RowSource& rows, const std::vector<std::string>& assignments);
 
   /// Sets them in the row in hand.
   void SetIn(RowSource& rows) const;

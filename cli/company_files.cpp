@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <system_error>
 
+#include <larkmoor/status.h>
+
 #include "engine/text.h"
-#include "engine/tovrin_status.h"
 #include "failure.h"
 
 namespace larkmoor::cli {

@@ -1,10 +1,10 @@
 #include "row_source.h"
 
 #include <larkmoor/connection/btrieve.h>
+#include <larkmoor/status.h>
 
 #include "class_rows.h"
 #include "engine/records/all_records.h"
-#include "engine/tovrin_status.h"
 #include "failure.h"
 #include "record_rows.h"
 #include "text_tools.h"

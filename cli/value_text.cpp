@@ -134,8 +134,13 @@ Variant ValueFromText(std::string_view text, ValueType type) {
   return ParseText(text);
 }
 
-std::vector<std::string> LossesOf(std::string_view text, const Property& property) {
+std::vector<std::string> LossesOf(std::string_view text, const Property& property,
+                                  std::size_t recordLength) {
   std::vector<std::string> losses;
+  if (property.field != nullptr && property.field->offset + property.field->width > recordLength) {
+    if (!text.empty()) losses.push_back("the file has no room for it: dropped");
+    return losses;
+  }
   if (property.type != ValueType::String) return losses;
   if (!FitsWindows1252(text)) {
     losses.push_back(Quoted(text) + " has a character that Windows-1252 lacks: stored as \"?\"");

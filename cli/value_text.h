@@ -31,10 +31,12 @@ std::string TextOf(const Variant& value);
 /// "-1", "1" and "false", "no", "0" in any case of letters.
 Variant ValueFromText(std::string_view text, automation::ValueType type);
 
-/// What of a text the property's field cannot hold, each as the end of a sentence about the text: a
-/// character that Windows-1252 lacks, or more bytes than the field has. Empty where nothing is
+/// What of a text the property's field cannot hold, each as the end of a sentence about the text:
+/// all of it where the file's records are too short for the field, as those of an older release may
+/// be; a character that Windows-1252 lacks; more bytes than the field has. Empty where nothing is
 /// lost.
-std::vector<std::string> LossesOf(std::string_view text, const Property& property);
+std::vector<std::string> LossesOf(std::string_view text, const Property& property,
+                                  std::size_t recordLength);
 
 /// Whether values of that type stand at the right of a table's column.
 bool IsNumber(automation::ValueType type);

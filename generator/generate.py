@@ -88,8 +88,9 @@ def main(arguments=None):
     numbers = MemberNumbers(options.source / NUMBERS)
     added = numbers.give(dictionary.classes)
     if added:
-        print(f"{options.source / NUMBERS}: {added} new member numbers; commit the file with your "
-              "change", file=sys.stderr)
+        named = ", ".join(added[:5]) + (" and so on" if len(added) > 5 else "")
+        print(f"{options.source / NUMBERS}: numbers for {len(added)} new members ({named}); commit the "
+              "file with your change", file=sys.stderr)
     write_all(options.output, outputs(dictionary, numbers.numbers))
     return 0
 

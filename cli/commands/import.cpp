@@ -5,10 +5,10 @@
 
 #include <larkmoor/bulk_write.h>
 #include <larkmoor/error.h>
+#include <larkmoor/status.h>
 
 #include "commands/row_arguments.h"
 #include "csv.h"
-#include "engine/tovrin_status.h"
 #include "failure.h"
 #include "import_plan.h"
 #include "progress.h"
@@ -114,7 +114,7 @@ class Import {
     const std::string& text = record.fields[target.field];
     const Property& property = *target.column.property;
     rows_.Set(target.column, ValueFromText(text, property.type));
-    for (const std::string& loss : LossesOf(text, property)) {
+    for (const std::string& loss : LossesOf(text, property, rows_.File().RecordBuffer()->size())) {
       ReportLine(record, InColumn(target) + loss);
     }
   }

@@ -77,7 +77,7 @@ std::int64_t ChangeRecords(const ChangeArguments& arguments, RowSource& rows, Ch
 
 void Set(const ChangeArguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
-  const RowValues values(rows->Shape(), arguments.values);
+  const RowValues values(*rows, arguments.values);
   const std::int64_t count = ChangeRecords(arguments, *rows, [&] {
     values.SetIn(*rows);
     return rows->Update();
@@ -87,7 +87,7 @@ void Set(const ChangeArguments& arguments) {
 
 void Insert(const ChangeArguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
-  const RowValues values(rows->Shape(), arguments.values);
+  const RowValues values(*rows, arguments.values);
   rows->StartRow();
   values.SetIn(*rows);
   Require(rows->Insert(), rows->Name());

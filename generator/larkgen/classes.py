@@ -4,7 +4,7 @@ import re
 from dataclasses import dataclass, field
 
 from .records import Record
-from .source import Source
+from .source import Source, with_article
 
 TYPES = ("Integer", "Long", "Byte", "Boolean", "Single", "Double", "Currency", "String", "Variant",
          "Date")
@@ -55,7 +55,7 @@ class Operation:
     returns: str
     args: list
     doc: str
-    key: int = 0
+    key: "int | None" = None  # None: that of the last keyed read
     writers: list = field(default_factory=list)  # (writer, arguments as they stand)
     read: str = ""
     gives: int = 0
@@ -147,7 +147,8 @@ class ClassReader:
         if "record" in head and record is None:
             source.complain("class", "record", f"unknown record \"{head['record']}\"")
         if "file" in head and head["file"] not in self.file_names:
-            source.complain("class", "file", f"unknown file \"{head['file']}\"")
+            source.complain("class", "file", f"unknown file \"{head['file']}\"; file_names.toml has "
+                            "their names")
         if ("file" in head) != ("record" in head):
             source.complain("class", "name", "a class names both its file and its record, or neither")
         if head.get("parts", "by hand") != "by hand":
@@ -163,6 +164,12 @@ class ClassReader:
 
     # Operations
 
+    def check_reasons(self, table, name, value):
+        """What is by hand tells why."""
+        for attribute in ("by_hand", "by_hand_get", "by_hand_let"):
+            if attribute in value and not (isinstance(value[attribute], str) and value[attribute]):
+                self.source.complain(table, name, f"{name}: {attribute} tells why")
+
     def read_operations(self):
         for name, value in self.source.tables.get("operations", {}).items():
             operation = self.read_operation(name, value)
@@ -171,11 +178,14 @@ class ClassReader:
 
     def read_operation(self, name, value):
         if value == "frame":
-            return self.frame_operation(name)
+            return self.frame_operation(name, FRAME_OPERATIONS.get(name))
+        if isinstance(value, dict) and value.keys() == {"frame", "doc"}:
+            return self.frame_operation(name, value["doc"])
         if not isinstance(value, dict):
             return self.complain_operation(name, "an operation is \"frame\" or a table of attributes")
         self.source.check_attributes("operations", name, value, (
             "args", "returns", "doc", "key", "write", "read", "gives", "by_hand"))
+        self.check_reasons("operations", name, value)
         kinds = [kind for kind in ("read", "gives", "by_hand") if kind in value]
         if len(kinds) != 1:
             return self.complain_operation(name, "takes one of read, gives and by_hand")
@@ -188,19 +198,19 @@ class ClassReader:
         if operation.kind == "gives":
             operation.gives = value["gives"]
             if isinstance(operation.gives, bool) != (operation.returns == "Boolean"):
-                self.complain_operation(name, f"gives {operation.gives}, and returns a "
-                                        f"{operation.returns}")
+                self.complain_operation(name, f"gives {operation.gives}, and returns "
+                                        f"{with_article(operation.returns)}")
         if operation.kind == "read":
             self.read_search(operation, value)
         return operation
 
-    def frame_operation(self, name):
+    def frame_operation(self, name, doc):
         if name not in FRAME_OPERATIONS:
             return self.complain_operation(name, "is no operation of the frame")
         if not self.result.has_table:
             return self.complain_operation(name, "an operation of the frame needs a file and a record")
         returns = "Long" if name == "RecordCount" else "Integer"
-        return Operation(name, "frame", returns, [], FRAME_OPERATIONS[name])
+        return Operation(name, "frame", returns, [], doc)
 
     def read_search(self, operation, value):
         name = operation.name
@@ -211,14 +221,13 @@ class ClassReader:
             self.complain_operation(name, "a keyed read needs a file and a record")
             return
         keys = self.result.record.keys_numbered(operation.key)
-        if not keys:
+        if not keys and ("key" in value or "write" in value):
             self.complain_operation(name, f"the record has no key {operation.key}")
             return
-        width = max(key.width for key in keys)
         for text in filter(None, (part.strip() for part in value.get("write", "").split(";"))):
-            self.read_writer(operation, text, width)
+            self.read_writer(operation, text, keys)
 
-    def read_writer(self, operation, text, width):
+    def read_writer(self, operation, text, keys):
         name = operation.name
         match = re.fullmatch(r"(\w+)\((.*)\)", text)
         if not match or match[1] not in KEY_WRITERS:
@@ -233,11 +242,20 @@ class ClassReader:
         if argument is None and not re.fullmatch(r"-?\d+|\"\"", values[0]):
             self.complain_operation(name, f"\"{text}\": there is no argument {values[0]}")
         elif argument is not None and argument.type != wanted:
-            self.complain_operation(name, f"\"{text}\" writes a {wanted}, and {values[0]} is a "
-                                    f"{argument.type}")
-        if int(values[-1]) + max(size, 1) > width:
-            self.complain_operation(name, f"\"{text}\" goes beyond the key's {width} bytes")
+            self.complain_operation(name, f"\"{text}\" writes {with_article(wanted)}, and "
+                                    f"{values[0]} is {with_article(argument.type)}")
+        self.check_place(name, text, int(values[-1]), max(size, 1), keys)
         operation.writers.append((match[1], values))
+
+    def check_place(self, name, text, offset, size, keys):
+        """A writer starts where a segment of the key starts, in the layout of some release."""
+        width = max(key.width for key in keys)
+        starts = sorted({start for key in keys for start in key.starts})
+        if offset + size > width:
+            self.complain_operation(name, f"\"{text}\" goes beyond the key's {width} bytes")
+        elif offset not in starts:
+            self.complain_operation(name, f"\"{text}\" starts inside a segment; they start at "
+                                    f"{', '.join(map(str, starts))}")
 
     def complain_operation(self, name, what):
         self.source.complain("operations", name, f"{name}: {what}")
@@ -273,6 +291,7 @@ class ClassReader:
         self.source.check_attributes("properties", name, value, (
             "type", "args", "doc", "field", "clamp", "dead", "access", "by_hand", "by_hand_get",
             "by_hand_let"))
+        self.check_reasons("properties", name, value)
         shown = self.source.check_text("properties", name, value, "type")
         if shown not in SHOWN_BY:
             return self.complain_property(name, f"unknown type \"{shown}\"")
@@ -305,11 +324,12 @@ class ClassReader:
             self.complain_property(prop.name, f"there is no field {name}")
             return
         if prop.field.type not in SHOWN_BY[shown]:
-            self.complain_property(prop.name, f"is a {shown}, and the field {name} a "
-                                   f"{prop.field.type}")
+            self.complain_property(prop.name, f"is {with_article(shown)}, and the field {name} "
+                                   f"{with_article(prop.field.type)}")
         indexes = bool(prop.field.count) + bool(prop.field.count2)
         if len(prop.args) != indexes:
-            self.complain_property(prop.name, f"the field {name} takes {indexes} indexes, the property "
+            self.complain_property(prop.name, f"the field {name} has {indexes} "
+                                   f"{'index' if indexes == 1 else 'indexes'}, the property "
                                    f"{len(prop.args)}")
         if "clamp" in value:
             self.read_clamp(prop, value["clamp"])

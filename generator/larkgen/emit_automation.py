@@ -70,12 +70,12 @@ def member_row(cls, member, index, number):
 def storage(cls, member, operation):
     if operation:
         return ""
-    text = f", Storage::{STORAGE[member.kind]}"
-    if member.kind in ("field", "date") and member.field:
+    text = f", Storage::{STORAGE['by hand' if member.by_hand else member.kind]}"
+    if member.field:
         text += f", &{cls.record.name}Record::{member.field.name}"
         if member.clamp:
             text += f", true, {member.clamp[0]}, {member.clamp[1]}"
-    elif member.kind == "dead" and not isinstance(member.dead, bool):
+    elif member.kind == "dead" and not member.by_hand and not isinstance(member.dead, bool):
         text += f", nullptr, false, 0, 0, {literal(str(member.dead))}"
     return text
 

@@ -167,8 +167,8 @@ def operation_body(cls, operation):
     lines = [f"{returned(operation)} {name}({parameters(operation.args)}) {{"]
     for writer, values in operation.writers:
         lines.append(f"  parts_->table.File().{writer}({', '.join(values)});")
-    return lines + [f"  return parts_->table.Read(&TovrinFile::{operation.read}, {operation.key});", "}",
-                    ""]
+    key = "parts_->table.KeyNumber()" if operation.key is None else operation.key
+    return lines + [f"  return parts_->table.Read(&TovrinFile::{operation.read}, {key});", "}", ""]
 
 
 def property_bodies(cls, prop):
@@ -238,8 +238,8 @@ def field_bodies(cls, prop):
 
 def umbrella_header(classes):
     lines = [banner("the class dictionary"), "#pragma once\n"]
-    hand_written = ("bulk_write", "company", "currency", "date", "error", "message_box", "status",
-                    "variant")
+    hand_written = ("bulk_write", "company", "currency", "date", "error", "journal_code", "message_box",
+                    "status", "variant")
     lines += [f"#include <larkmoor/{name}.h>" for name in hand_written]
     lines += [""] + [f"#include <larkmoor/{cls.subsystem}/{cls.stem}.h>" for cls in classes]
     return "\n".join(lines) + "\n"

@@ -17,7 +17,7 @@ class MemberNumbers:
                 self.numbers[cls, member] = int(number)
 
     def give(self, classes):
-        """Numbers every member and returns how many were new."""
+        """Numbers every member and returns the names of the new ones."""
         added = []
         for cls in classes:
             highest = max([n for (name, _), n in self.numbers.items() if name == cls.name], default=0)
@@ -29,4 +29,4 @@ class MemberNumbers:
         if added:
             self.text += "".join(added)
             self.path.write_text(self.text, encoding="utf-8")
-        return len(added)
+        return [".".join(line.split("\t")[:2]) for line in added]

@@ -61,6 +61,11 @@ class Key:
     def width(self):
         return sum(segment.width for segment in self.segments)
 
+    @property
+    def starts(self):
+        """Where the segments start in the key buffer."""
+        return [sum(s.width for s in self.segments[:i]) for i in range(len(self.segments))]
+
     def holds_in(self, low, high):
         """Whether the key holds for any release from `low` to below `high`."""
         return self.from_release < high and low < self.below
@@ -148,7 +153,8 @@ class RecordReader:
         if "over" in head:
             self.read_base(record, head)
         elif record.file not in self.file_names:
-            source.complain("record", "file", f"unknown file \"{record.file}\"")
+            source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml has "
+                            "their names")
         self.read_fields(record)
         if "over" in head:
             self.read_row_mark(record, head)

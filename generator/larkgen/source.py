@@ -5,14 +5,28 @@ import tomllib
 from pathlib import Path
 
 
+def with_article(name):
+    """"a Long", "an Integer"."""
+    return f"{'an' if name[0] in 'AEIOU' else 'a'} {name}"
+
+
 class Problems:
     """Collects the mistakes of a run, each as "file:line: what is wrong"."""
 
     def __init__(self):
-        self.lines = []
+        self.syntax = []
+        self.others = []
 
     def add(self, source, line, text):
-        self.lines.append(f"{source.path}:{line}: {text}")
+        self.others.append(f"{source.path}:{line}: {text}")
+
+    def add_syntax(self, source, line, text):
+        self.syntax.append(f"{source.path}:{line}: {text}")
+
+    @property
+    def lines(self):
+        """What to tell: as long as a file cannot be read at all, all else would only follow from that."""
+        return self.syntax or self.others
 
     def __bool__(self):
         return bool(self.lines)
@@ -33,7 +47,11 @@ class Source:
             self.tables = tomllib.loads(self.text)
         except tomllib.TOMLDecodeError as error:
             place = re.search(r"at line (\d+)", str(error))
-            problems.add(self, int(place[1]) if place else 1, str(error))
+            line = int(place[1]) if place else 1
+            what = str(error)
+            if what.startswith("Cannot overwrite"):
+                what = f"an entry of this name is there already: {self.text.splitlines()[line - 1]}"
+            problems.add_syntax(self, line, what)
             self.tables = {}
 
     @property

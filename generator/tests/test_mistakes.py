@@ -30,11 +30,12 @@ MISTAKES = {
     "an unknown entry": (RECORD, "[fields]", 'colour = "red"\n[fields]',
                          'unknown entry "colour" in [record]'),
     "two fields of one name": (
-        RECORD, "Part        =", "Mark        =", 'Cannot overwrite a value'),
+        RECORD, "Part        =", "Mark        =",
+        'an entry of this name is there already: Mark '),
     "two fields that differ in case alone": (
         RECORD, "Part        =", "MARK        =", "MARK: there is a member Mark already"),
     "a file that the table of names has not": (
-        RECORD, '"ThingFile"', '"ThinFile"', 'unknown file "ThinFile"'),
+        RECORD, '"ThingFile"', '"ThinFile"', 'unknown file "ThinFile"; file_names.toml has their names'),
     "a width that does not fit the record's length": (
         RECORD, 'type = "Byte[2][3]"', 'type = "Byte[20][30]"',
         "Table: ends at byte 704, beyond the record's length of 200"),
@@ -81,7 +82,7 @@ MISTAKES = {
         "Code: is a Long, and the field Code a Text"),
     "a property without the index of its field": (
         CLASS, 'Amount  = { type = "Double", args = "Integer Index"', 'Amount  = { type = "Double"',
-        "Amount: the field Amount takes 1 indexes, the property 0"),
+        "Amount: the field Amount has 1 index, the property 0"),
     "a clamp beyond the field": (
         CLASS, "clamp = [1, 3]", "clamp = [1, 4]", "bLimit: the field has elements 0 to 3"),
     "properties out of order": (
@@ -96,15 +97,24 @@ MISTAKES = {
     "a read on a key that the record has not": (
         CLASS, 'args = "Long Number", key = 0', 'args = "Long Number", key = 1',
         "GetEqual: the record has no key 1"),
+    "key writers of a read that names no key": (
+        CLASS, 'read = "btGetNext"', 'write = "KeyByte(0, 0)", read = "btGetNext"',
+        "GetNext: the record has no key None"),
     "a read that the engine has not": (
         CLASS, 'read = "btGetEqual"', 'read = "btGetSame"',
         'GetEqual: unknown engine operation "btGetSame"'),
     "a writer of another type": (
         CLASS, "KeyLong(Number, 0)", "KeyWord(Number, 0)",
-        'GetEqual: "KeyWord(Number, 0)" writes a Integer, and Number is a Long'),
+        'GetEqual: "KeyWord(Number, 0)" writes an Integer, and Number is a Long'),
     "a writer beyond the key": (
         CLASS, "KeyLong(Number, 0)", "KeyLong(Number, 1)",
         'GetEqual: "KeyLong(Number, 1)" goes beyond the key\'s 4 bytes'),
+    "a writer into the middle of a segment": (
+        CLASS, "KeyByte(0, 20)", "KeyByte(0, 19)",
+        'GetCode: "KeyByte(0, 19)" starts inside a segment; they start at 0, 20'),
+    "a reason that is none": (
+        CLASS, 'by_hand = "the test", doc = "By hand."', 'by_hand = true, doc = "By hand."',
+        "Other: by_hand tells why"),
     "a writer of an argument that is not there": (
         CLASS, "KeyLong(Number, 0)", "KeyLong(Nummer, 0)",
         'GetEqual: "KeyLong(Nummer, 0)": there is no argument Nummer'),
@@ -119,7 +129,7 @@ MISTAKES = {
     "a list that is not there": (
         CLASS, 'list = "colours"', 'list = "colors"', 'unknown list "colors"'),
     "a truth where a number is returned": (
-        CLASS, "gives = 9", "gives = true", "Ends: gives True, and returns a Integer"),
+        CLASS, "gives = 9", "gives = true", "Ends: gives True, and returns an Integer"),
     "a class without documentation": (
         CLASS, 'doc    = "Things."', 'doc    = ""', "doc: doc is missing"),
 }
@@ -137,6 +147,12 @@ class Mistakes(DictionaryTest):
                 self.assertTrue(any(f"{path}:{line}: " in told and said in told
                                     for told in err.splitlines()), f"{line}: {said}\n{err}")
                 self.assertFalse(self.output.exists())
+
+    def test_a_file_that_cannot_be_read_is_told_alone(self):
+        line = self.change(RECORD, 'doc = "A float."', 'doc "A float."')
+        _, _, err = self.run_generator()
+        self.assertEqual(len(err.splitlines()), 1)
+        self.assertIn(f"{RECORD}:{line}: ", err)
 
     def test_all_mistakes_of_a_run_are_told(self):
         self.change(RECORD, 'type = "Single"', 'type = "Float"')

@@ -85,7 +85,7 @@ class Numbers(DictionaryTest):
     def test_every_member_gets_one_in_order(self):
         self.generate()
         thing = [int(number) for name, _, number in self.numbers() if name == "Thing"]
-        self.assertEqual(thing, list(range(1, 26)))
+        self.assertEqual(thing, list(range(1, 27)))
 
     def test_new_members_are_appended_and_old_numbers_stay(self):
         self.generate()
@@ -94,8 +94,8 @@ class Numbers(DictionaryTest):
                     "Actual = { type = \"Long\", field = \"Number\", doc = \"New.\" }\n")
         code, _, err = self.run_generator()
         self.assertEqual(code, 0)
-        self.assertIn("1 new member numbers", err)
-        self.assertEqual(self.numbers(), before + [["Thing", "Actual", "26"]])
+        self.assertIn("numbers for 1 new members (Thing.Actual)", err)
+        self.assertEqual(self.numbers(), before + [["Thing", "Actual", "27"]])
 
     def test_the_number_of_a_member_that_went_is_not_used_again(self):
         self.generate()
@@ -104,7 +104,7 @@ class Numbers(DictionaryTest):
         self.change("things/thing.toml", "[properties]\n", "[properties]\n"
                     "Actual = { type = \"Long\", field = \"Number\", doc = \"New.\" }\n")
         self.generate()
-        self.assertEqual(self.numbers()[-1], ["Thing", "Actual", "26"])
+        self.assertEqual(self.numbers()[-1], ["Thing", "Actual", "27"])
 
 
 if __name__ == "__main__":

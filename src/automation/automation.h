@@ -47,8 +47,8 @@ struct Argument {
 enum class Storage : std::uint8_t {
   Field,   ///< the record's field, as it is
   Date,    ///< the record's field under the rules for dates and Null
-  Dead,    ///< nothing: reads `deadValue`, drops writes
-  ByHand,  ///< code of the class's own
+  Dead,    ///< nothing: reads `deadText`, drops writes
+  ByHand,  ///< code of the class's own, for one direction or both
 };
 
 /// Calls a member on an object of its class. `arguments` holds the indexes or the operation's
@@ -66,7 +66,8 @@ struct Member {
   Letter let;           ///< null for operations and read-only properties
   std::int32_t number;  ///< permanent, for automation clients
   Storage storage = Storage::ByHand;
-  /// The field behind the property where `storage` is Field or Date, otherwise null.
+  /// The field behind the property, or null. Of a property that is written by hand it is known
+  /// where the other direction shows the field as it is.
   const Field* field = nullptr;
   /// Set where the index is brought into this range first.
   bool clamps = false;

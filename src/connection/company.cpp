@@ -8,14 +8,16 @@
 
 #include <larkmoor/company.h>
 #include <larkmoor/error.h>
+#include <larkmoor/status.h>
 
 #include "connection/status_messages.h"
 #include "engine/path.h"
 #include "engine/records/all_records.h"
+#include "engine/records/employee_aux1.h"
+#include "engine/records/general_row.h"
 #include "engine/runtime_error.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_record.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor {
 namespace {
@@ -122,10 +124,26 @@ void InsertRow(const fs::path& folder, const RecordDescription& description, Fil
   Check(file.btClose(), path);
 }
 
+/// The rows of the general file, by their type word. Classes read and update them, and insert none.
 void InsertGeneralRows(const fs::path& folder) {
-  for (const RecordDescription* description : AllRecords()) {
-    if (description->rowMark == nullptr) continue;
-    InsertRow(folder, *description, [&](Tovrin2Record& record) { record.MarkRow(); });
+  constexpr std::int16_t RowTypes[] = {1, 2, 3, 4, 5, 7, 8};
+  for (const std::int16_t type : RowTypes) {
+    InsertRow(folder, GeneralRowRecord::Describe(), [type](Tovrin2Record& record) {
+      record.SetInteger(GeneralRowRecord::RowType, type);
+    });
+  }
+}
+
+/// From release 19 on the company's payroll fields are rows of their own: 40 that employees pay,
+/// and 40 that the employer pays.
+void InsertPayrollFields(const fs::path& folder, double release) {
+  constexpr double FirstReleaseWithRows = 19.0;
+  constexpr std::int32_t Fields = 80;
+  if (release < FirstReleaseWithRows) return;
+  for (std::int32_t number = 0; number < Fields; ++number) {
+    InsertRow(folder, EmployeeAux1Record::Describe(), [number](Tovrin2Record& record) {
+      record.SetLong(EmployeeAux1Record::RowNumber, number);
+    });
   }
 }
 
@@ -140,10 +158,13 @@ void CreateCompany(const fs::path& folder, const CompanyOptions& options) {
   MakeFolder(folder, made);
   CheckIsFree(folder);
   MakeRecordFiles(folder, options.Release, made);
+  const auto batch = store::DefaultDriver().BeginBatch();
   InsertRow(folder, CompanyRecord::Describe(), [&](Tovrin2Record& record) {
     record.SetText(CompanyRecord::CompanyName, options.Name);
   });
   InsertGeneralRows(folder);
+  InsertPayrollFields(folder, options.Release);
+  Check(batch->Commit(), folder);
   MakeVersionFile(folder / "VERSION.TXT", options.Release, made);
   made.Finish();
 }

@@ -4,10 +4,11 @@
 #include <cstring>
 #include <utility>
 
+#include <larkmoor/status.h>
+
 #include "engine/guid.h"
 #include "engine/path.h"
 #include "engine/text.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor {
 namespace {

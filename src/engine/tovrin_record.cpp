@@ -52,12 +52,6 @@ void Tovrin2Record::AttachBuffer(RecordBufferHandle buffer) { buffer_ = std::mov
 
 void Tovrin2Record::ClearBuffer() { std::fill(buffer_->begin(), buffer_->end(), std::byte{0}); }
 
-void Tovrin2Record::MarkRow() {
-  const RowMark* mark = description_->rowMark;
-  if (mark == nullptr || mark->offset + sizeof mark->value > buffer_->size()) return;
-  std::memcpy(buffer_->data() + mark->offset, &mark->value, sizeof mark->value);
-}
-
 template <typename T>
 T Tovrin2Record::Load(const Field& field, int index, int index2) const {
   T value{};

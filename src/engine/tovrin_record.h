@@ -28,9 +28,6 @@ class Tovrin2Record {
   /// Fills the buffer with zero bytes.
   void ClearBuffer();
 
-  /// Of a record that is one kind of row of a shared file, stores the value that marks such rows.
-  void MarkRow();
-
   [[nodiscard]] const RecordDescription& Description() const { return *description_; }
   [[nodiscard]] const RecordBytes& Bytes() const { return *buffer_; }
   [[nodiscard]] RecordBytes& Bytes() { return *buffer_; }

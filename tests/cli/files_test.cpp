@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/larkmoor_command.h"
+#include "engine/records/employee_aux3.h"
 
 namespace larkmoor::test {
 namespace {
@@ -17,25 +18,29 @@ fs::path FileOf(const CommandCompany& company, const std::string& name) {
 
 TEST(StatCommand, TellsWhatAFileSaysOfItself) {
   const CommandCompany company;
-  ASSERT_EQ(company.Run("insert", {"Address", "Name=Berg"}).exitCode, 0);
-  const std::string size = std::to_string(fs::file_size(FileOf(company, "Address.dat")));
-  EXPECT_EQ(company.Output("stat", {"ADDRESS.DAT"}),
-            "Address.dat\n"
+  ASSERT_EQ(company.Run("insert", {"EmployeeAux3", "RowNumber=1"}).exitCode, 0);
+  const std::string size = std::to_string(fs::file_size(FileOf(company, "EmployeeAux3.dat")));
+  const std::string length = std::to_string(EmployeeAux3Record::Describe().LengthFor(19.0));
+  EXPECT_EQ(company.Output("stat", {"EMPLOYEEAUX3.DAT"}),
+            "EmployeeAux3.dat\n"
             "  release        19\n"
-            "  record length  420 bytes\n"
-            "  records        1\n"
-            "  size           " +
+            "  record length  " +
+                length +
+                " bytes\n"
+                "  records        1\n"
+                "  size           " +
                 size +
                 " bytes\n"
                 "  owner          none\n"
-                "  key 0, unique, auto-increment\n"
-                "    Long at 0, 4 bytes\n"
-                "  key 1\n"
-                "    Long at 8, 4 bytes\n"
-                "    Long at 12, 4 bytes\n"
-                "  key 2\n"
-                "    Long at 4, 4 bytes\n"
-                "    Long at 12, 4 bytes\n");
+                "  key 0\n"
+                "    GUID at 0, 16 bytes\n"
+                "    Long at 16, 4 bytes\n");
+}
+
+TEST(StatCommand, TellsTheFlagsOfKeys) {
+  const CommandCompany company;
+  EXPECT_TRUE(Contains(company.Output("stat", {"Address.dat"}),
+                       "  key 0, unique, auto-increment\n    Long at 0, 4 bytes\n"));
 }
 
 TEST(StatCommand, TellsOfAllFilesInAlphabeticalOrder) {

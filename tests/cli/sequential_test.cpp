@@ -4,11 +4,15 @@
 #include <gtest/gtest.h>
 
 #include "cli/larkmoor_command.h"
+#include "engine/records/address.h"
 
 namespace larkmoor::test {
 namespace {
 
-constexpr std::size_t AddressLength = 420;
+std::size_t AddressLength() { return AddressRecord::Describe().LengthFor(19.0); }
+
+/// The length of a record and a comma, as each record begins.
+std::string Length() { return std::to_string(AddressLength()) + ","; }
 
 std::string Numbers(const CommandCompany& company) {
   return company.Output("list",
@@ -27,9 +31,11 @@ TEST(SaveCommand, WritesLengthCommaBytesAndLineEndOfEachRecord) {
   const std::string file = company.Beside("address.seq");
   EXPECT_EQ(company.Output("save", {"address.dat", file}), "2 records saved\n");
   const std::string saved = ReadFile(file);
-  EXPECT_EQ(saved.size(), 2 * (4 + AddressLength + 2));
-  EXPECT_EQ(saved.substr(0, 8), std::string("420,\x09\0\0\0", 8));
-  EXPECT_EQ(saved.substr(4 + AddressLength, 10), std::string("\r\n420,\x04\0\0\0", 10));
+  const std::size_t record = Length().size() + AddressLength() + 2;
+  EXPECT_EQ(saved.size(), 2 * record);
+  EXPECT_EQ(saved.substr(0, record).find(Length() + std::string("\x09\0\0\0", 4)), 0U);
+  EXPECT_EQ(saved.substr(record).find(Length() + std::string("\x04\0\0\0", 4)), 0U);
+  EXPECT_EQ(saved.substr(record - 2, 2), "\r\n");
   EXPECT_TRUE(saved.ends_with("\r\n"));
 }
 
@@ -68,13 +74,13 @@ TEST(LoadCommand, AddsTheRecordsThatSaveWrote) {
 TEST(LoadCommand, AddsNothingWhereARecordIsMalformed) {
   CommandCompany company;
   WithTwoAddresses(company);
-  const std::string record = "420," + std::string(AddressLength, '\0') + "\r\n";
+  const std::string record = Length() + std::string(AddressLength(), '\0') + "\r\n";
   const std::string file = company.Write("bad.seq", record + "12,twelve bytes\r\n");
   const ProgramResult result = company.Run("load", {"Address.dat", file});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err,
-            "larkmoor: " + file + ": record 2 has 12 bytes, the file's records have 420\n");
+  EXPECT_EQ(result.err, "larkmoor: " + file + ": record 2 has 12 bytes, the file's records have " +
+                            std::to_string(AddressLength()) + "\n");
   EXPECT_EQ(Numbers(company), "AddressRecordNumber,Name\n9,Åse\n4,\"a\nb\"\n");
 }
 

@@ -13,13 +13,13 @@
 #include <gtest/gtest.h>
 
 #include <larkmoor/connection/btrieve.h>
+#include <larkmoor/status.h>
 #include <larkmoor/tables/address.h>
 
 #include "connection/shared_state.h"
 #include "connection/status_messages.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/record_files.h"
 #include "support/worker.h"

@@ -10,13 +10,13 @@
 
 #include <larkmoor/bulk_write.h>
 #include <larkmoor/error.h>
+#include <larkmoor/status.h>
 #include <larkmoor/tables/address.h>
 
 #include "connection/shared_routines.h"
 #include "connection/shared_state.h"
 #include "engine/records/default_vendor_data.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/record_files.h"
 #include "support/worker.h"

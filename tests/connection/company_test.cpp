@@ -15,14 +15,15 @@
 #include <larkmoor/company.h>
 #include <larkmoor/connection/btrieve.h>
 #include <larkmoor/error.h>
+#include <larkmoor/status.h>
 #include <larkmoor/tables/address.h>
 
 #include "connection/company_version.h"
 #include "connection/shared_state.h"
 #include "engine/records/all_records.h"
+#include "engine/records/employee_aux1.h"
 #include "engine/records/general_row.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/record_files.h"
 
@@ -112,9 +113,22 @@ TEST_P(CreateCompanyOf, WritesTheCompanyRecordWithTheName) {
 
 TEST_P(CreateCompanyOf, WritesTheRowsOfTheGeneralFile) {
   OpenRecordFile general(Folder() / TovrinFileNames::GeneralFile(), GeneralRowRecord::Describe());
-  for (const std::int16_t row : std::initializer_list<std::int16_t>{1, 2, 4}) {
+  for (const std::int16_t row : std::initializer_list<std::int16_t>{1, 2, 3, 4, 5, 7, 8}) {
     EXPECT_EQ(general.ReadRow(row), StatusSuccess) << row;
     EXPECT_EQ(general.Record().GetInteger(GeneralRowRecord::RowType), row);
+  }
+  EXPECT_EQ(general.File().btRecordCount(), 7);
+}
+
+TEST_P(CreateCompanyOf, WritesThePayrollFieldsFromRelease19On) {
+  OpenRecordFile fields(Folder() / TovrinFileNames::EmployeeAuxFile1(),
+                        EmployeeAux1Record::Describe());
+  const std::int32_t expected = GetParam() >= 19.0 ? 80 : 0;
+  EXPECT_EQ(fields.File().btRecordCount(), expected);
+  std::int32_t number = 0;
+  for (Status status = fields.File().btGetFirst(0); status == StatusSuccess;
+       status = fields.File().btGetNext(0)) {
+    EXPECT_EQ(fields.Record().GetLong(EmployeeAux1Record::RowNumber), number++);
   }
 }
 

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <larkmoor/message_box.h>
+#include <larkmoor/status.h>
 
 #include "connection/shared_state.h"
 #include "engine/records/default_customer_data.h"
@@ -20,7 +21,6 @@
 #include "engine/records/general_data.h"
 #include "engine/records/jrnl_hdr.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/errors.h"
 #include "support/record_files.h"

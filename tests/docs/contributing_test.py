@@ -69,13 +69,14 @@ class ContributingTest(unittest.TestCase):
 
     def test_the_generator_takes_all_steps_and_gives_the_new_members_numbers(self):
         self.assertEqual(self.generation.returncode, 0, self.generation.stderr)
-        self.assertIn("new member numbers", self.generation.stderr)
+        self.assertIn("new members (Address.GetFirstForZipcode", self.generation.stderr)
 
     def test_the_address_has_the_new_field_and_key(self):
         self.compile(self.folder / "generated/src/tables/address.gen.cpp")
         header = (self.folder / "generated/include/larkmoor/tables/address.h").read_text("utf-8")
         self.assertIn("std::string Telephone();", header)
-        self.assertIn("Status GetFirstForZipcode(std::string_view Zipcode);", header)
+        self.assertIn("Status GetFirstForZipcode(std::string_view Country, "
+                      "std::string_view Zipcode);", header)
 
     def test_the_new_class_compiles_with_its_logic_and_its_test(self):
         self.compile(self.folder / "generated/src/further/reminder.gen.cpp")

@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/tovrin_status.h"
+#include <larkmoor/status.h>
+
 #include "support/company.h"
 #include "support/sample_files.h"
 

@@ -17,9 +17,10 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
+
 #include "engine/guid.h"
 #include "engine/store/driver.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/sample_files.h"
 #include "support/worker.h"

@@ -14,10 +14,11 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
+
 #include "engine/record_description.h"
 #include "engine/store/driver.h"
 #include "engine/tovrin_file.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/errors.h"
 

@@ -12,11 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
+
 #include "engine/record_description.h"
 #include "engine/store/driver.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_record.h"
-#include "engine/tovrin_status.h"
 #include "support/child_process.h"
 
 namespace larkmoor::test {

@@ -12,12 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
 #include <larkmoor/tables/address.h>
 
 #include "connection/shared_state.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/errors.h"
 #include "support/record_files.h"

@@ -8,11 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
+
 #include "connection/shared_state.h"
 #include "engine/records/address.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/record_files.h"
 

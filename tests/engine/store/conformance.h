@@ -9,8 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/driver.h"
-#include "engine/tovrin_status.h"
 #include "support/company.h"
 #include "support/sample_files.h"
 

@@ -26,8 +26,9 @@
 #include <utility>
 #include <vector>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/driver.h"
-#include "engine/tovrin_status.h"
 #include "support/sample_files.h"
 
 namespace larkmoor::test {

@@ -13,8 +13,9 @@
 
 #include <pthread.h>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/lmdb/failure.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor::store::lmdb {
 namespace {

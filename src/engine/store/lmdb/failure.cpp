@@ -4,7 +4,7 @@
 
 #include <lmdb.h>
 
-#include "engine/tovrin_status.h"
+#include <larkmoor/status.h>
 
 namespace larkmoor::store::lmdb {
 

@@ -8,12 +8,13 @@
 #include <cerrno>
 #include <random>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/driver.h"
 #include "engine/store/lmdb/failure.h"
 #include "engine/store/lmdb/lmdb_file.h"
 #include "engine/store/lmdb/verify.h"
 #include "engine/store/lmdb/writes.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor::store {
 namespace lmdb {

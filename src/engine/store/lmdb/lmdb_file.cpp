@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/lmdb/failure.h"
 #include "engine/store/lmdb/percentage.h"
 #include "engine/store/lmdb/writes.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor::store::lmdb {
 namespace {

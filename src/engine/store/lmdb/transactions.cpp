@@ -8,8 +8,9 @@
 #include <map>
 #include <utility>
 
+#include <larkmoor/status.h>
+
 #include "engine/store/lmdb/failure.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor::store::lmdb {
 

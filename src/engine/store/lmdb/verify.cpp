@@ -1,8 +1,9 @@
 #include "engine/store/lmdb/verify.h"
 
+#include <larkmoor/status.h>
+
 #include "engine/store/lmdb/failure.h"
 #include "engine/store/lmdb/search.h"
-#include "engine/tovrin_status.h"
 
 namespace larkmoor::store::lmdb {
 namespace {
