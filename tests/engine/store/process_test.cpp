@@ -1,5 +1,8 @@
 // Several processes on one file, and processes that die at any moment.
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -171,6 +174,28 @@ TEST_F(ProcessTest, NoNumberIsGivenTwiceByTwoProcesses) {
   for (std::int32_t i = 1; i <= 2 * Records; ++i) expected.push_back(i);
   EXPECT_EQ(NumbersByKey(file, SampleKey::Number), expected);
   EXPECT_EQ(NumbersByStep(file), expected);
+}
+
+// The first to open makes the lock file beside the data file, and the last to close takes it away.
+TEST_F(ProcessTest, OpensAndClosesOfManyProcessesDoNotStandInEachOthersWay) {
+  const fs::path path = Make();
+  std::vector<pid_t> children;
+  for (int child = 0; child < 4; ++child) {
+    children.push_back(fork());
+    if (children.back() != 0) continue;
+    Status status = StatusSuccess;
+    for (int round = 0; round < 300 && status == StatusSuccess; ++round) {
+      std::unique_ptr<store::File> file;
+      status = Embedded().Open(path, store::OpenMode::Normal, file);
+    }
+    _exit(status);
+  }
+  for (const pid_t child : children) {
+    int ended = 0;
+    ASSERT_EQ(waitpid(child, &ended, 0), child);
+    EXPECT_TRUE(WIFEXITED(ended));
+    EXPECT_EQ(WEXITSTATUS(ended), StatusSuccess);
+  }
 }
 
 TEST_F(ProcessTest, CompactAnswers85WhileAnotherProcessLivesThatHasTheFileOpen) {

@@ -118,7 +118,8 @@ Environment::~Environment() {
   if (!file_.LockOpening()) return;
   handle_.reset();
   if (file_.LockAlone() && BelongsTo(lockFile_, file_.Identity())) unlink(lockFile_.c_str());
-  file_.UnlockOpening();
+  // Both locks go with the descriptor, at once: whoever opens next finds neither user nor lock
+  // file.
 }
 
 Status Environment::Sync() {
