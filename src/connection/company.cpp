@@ -42,6 +42,7 @@ void Check(Status status, const fs::path& file) {
 class Made {
  public:
   ~Made() {
+    for (const fs::path& file : recordFiles_) store::DefaultDriver().Remove(file);
     std::error_code ignored;
     for (auto path = paths_.rbegin(); path != paths_.rend(); ++path) fs::remove(*path, ignored);
   }
@@ -50,10 +51,15 @@ class Made {
   Made& operator=(const Made&) = delete;
 
   void Note(const fs::path& path) { paths_.push_back(path); }
-  void Finish() { paths_.clear(); }
+  void NoteRecordFile(const fs::path& path) { recordFiles_.push_back(path); }
+  void Finish() {
+    paths_.clear();
+    recordFiles_.clear();
+  }
 
  private:
   std::vector<fs::path> paths_;
+  std::vector<fs::path> recordFiles_;
 };
 
 /// Makes the folder and those above it that are missing.
@@ -106,7 +112,7 @@ void MakeRecordFiles(const fs::path& folder, double release, Made& made) {
     if (record->base != nullptr) continue;
     const fs::path path = folder / record->fileName;
     Check(store::DefaultDriver().Create(path, record->FileFor(release)), path);
-    made.Note(path);
+    made.NoteRecordFile(path);
   }
 }
 

@@ -105,6 +105,8 @@ class Driver {
                       std::unique_ptr<File>& file) = 0;
   /// Makes an empty file. 59 where one of that name exists.
   virtual Status Create(const std::filesystem::path& path, const FileDescription& description) = 0;
+  /// Takes a file away that nobody has open, with what the driver keeps beside it.
+  virtual void Remove(const std::filesystem::path& path) = 0;
   /// The versions that the engine tells: client, server and requestor.
   [[nodiscard]] virtual std::vector<EngineVersion> Versions() const = 0;
   /// Starts a batch for the calling thread, or joins the one under way: of a joined batch `Commit`

@@ -176,7 +176,7 @@ TEST_F(ProcessTest, NoNumberIsGivenTwiceByTwoProcesses) {
   EXPECT_EQ(NumbersByStep(file), expected);
 }
 
-// The first to open makes the lock file beside the data file, and the last to close takes it away.
+// The first to open makes the lock file beside the data file.
 TEST_F(ProcessTest, OpensAndClosesOfManyProcessesDoNotStandInEachOthersWay) {
   const fs::path path = Make();
   std::vector<pid_t> children;

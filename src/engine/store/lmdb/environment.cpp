@@ -112,16 +112,6 @@ Status OpenAlone(const std::filesystem::path& path, unsigned flags, MDB_env*& ha
   return OpenStatusOf(code);
 }
 
-Environment::~Environment() {
-  if (!handle_ || !file_.Writable()) return;
-  // The lock file goes with the last user, so that a company is no more than its record files.
-  if (!file_.LockOpening()) return;
-  handle_.reset();
-  if (file_.LockAlone() && BelongsTo(lockFile_, file_.Identity())) unlink(lockFile_.c_str());
-  // Both locks go with the descriptor, at once: whoever opens next finds neither user nor lock
-  // file.
-}
-
 Status Environment::Sync() {
   if (!unsynced_.exchange(false)) return StatusSuccess;
   const int code = mdb_env_sync(Handle(), 1);

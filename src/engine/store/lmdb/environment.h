@@ -19,7 +19,6 @@ namespace larkmoor::store::lmdb {
 /// The LMDB environment of one data file. Shared by all threads of the process.
 class Environment {
  public:
-  ~Environment();
   Environment(const Environment&) = delete;
   Environment& operator=(const Environment&) = delete;
 

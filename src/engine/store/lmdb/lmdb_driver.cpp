@@ -107,6 +107,7 @@ class LmdbDriver final : public Driver {
  public:
   Status Open(const fs::path& path, OpenMode mode, std::unique_ptr<File>& file) override;
   Status Create(const fs::path& path, const FileDescription& description) override;
+  void Remove(const fs::path& path) override;
   [[nodiscard]] std::vector<EngineVersion> Versions() const override;
   std::unique_ptr<Batch> BeginBatch() override { return BeginThreadBatch(); }
   Status Statistics(const fs::path& path, FileStatistics& statistics) override;
@@ -145,6 +146,11 @@ Status LmdbDriver::Create(const fs::path& path, const FileDescription& descripti
     return errno == EEXIST ? StatusFileExists : OpenStatusOf(errno);
   }
   return StatusSuccess;
+}
+
+void LmdbDriver::Remove(const fs::path& path) {
+  unlink(path.c_str());
+  unlink(LockFileOf(path).c_str());
 }
 
 std::vector<EngineVersion> LmdbDriver::Versions() const {
