@@ -15,6 +15,7 @@ from pathlib import Path
 from larkgen import emit_automation, emit_classes, emit_records
 from larkgen.classes import load_classes
 from larkgen.file_names import load_file_names
+from larkgen.frames import load_frames
 from larkgen.numbers import MemberNumbers
 from larkgen.records import load_records
 from larkgen.source import NameLists, Problems
@@ -36,7 +37,8 @@ class Dictionary:
         lists = NameLists((source / LISTS).glob("*.toml"), self.problems)
         self.records = load_records((source / RECORDS).glob("*.toml"), self.file_names, lists,
                                     self.problems)
-        self.classes = load_classes(class_paths(source), self.records, self.file_names, lists,
+        frames = load_frames(source.glob("*/frames/*.toml"), self.records, self.problems)
+        self.classes = load_classes(class_paths(source), frames, self.records, self.file_names, lists,
                                     self.problems)
 
 

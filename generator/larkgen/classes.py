@@ -3,6 +3,7 @@
 import re
 from dataclasses import dataclass, field
 
+from .frames import Frame
 from .records import Record
 from .source import Source, with_article
 
@@ -16,19 +17,8 @@ SHOWN_BY = {
     "Variant date": ("Date", "Day"),
 }
 
-FRAME_OPERATIONS = {
-    "CloseFile": "Closes the file. Returns 0 where it is not open, otherwise the engine's status.",
-    "OpenFile": "Opens the file in the company folder for reading and writing and blanks the record.",
-    "Delete": "Deletes the current record.",
-    "Insert": "Adds the record in hand to the file and makes it the current one.",
-    "Update": "Rewrites the current record. Returns 80 where someone else changed it since it was "
-              "read.",
-    "RecordCount": "The number of records in the file, 0 where it is not open.",
-    "StepFirst": "Reads the first record in physical order, which is the order of insertion.",
-    "StepLast": "Reads the last record in physical order.",
-    "StepNext": "Reads the next record in physical order. Returns 9 past the last one.",
-    "StepPrevious": "Reads the record before in physical order. Returns 9 before the first one.",
-}
+WHOLE_NUMBERS = ("Byte", "Integer", "Long")
+
 FRAME_FLAGS = ("close_keeps_open_mark", "open_sets_no_mark", "failed_open_keeps_file")
 
 READS = ("btGetEqual", "btGetGreaterThan", "btGetGreaterOrEqual", "btGetLessThan",
@@ -64,7 +54,7 @@ class Operation:
 @dataclass
 class Property:
     name: str
-    kind: str  # field, date, dead, by hand
+    kind: str  # field, date, converted, dead, frame, address, by hand
     type: str  # the public type; that of a date is Variant
     args: list
     doc: str
@@ -73,6 +63,10 @@ class Property:
     clamp: "tuple | None" = None
     dead: "object | None" = None
     by_hand: tuple = ()  # of "get", "let"
+    of_row: bool = False  # belongs to one row of a transaction
+    address: str = ""  # the field of an address in memory
+    release: "float | None" = None  # from which on there is that field
+    positions: bool = True  # the first argument is the number of the row to be shown
 
     @property
     def readable(self):
@@ -90,9 +84,11 @@ class PublicClass:
     name: str
     doc: str
     file: str
+    frame: "Frame | None"
     record: "Record | None"
     own_parts: bool
     frame_flags: list
+    journal: "int | None" = None
     operations: list = field(default_factory=list)
     properties: list = field(default_factory=list)
 
@@ -109,14 +105,14 @@ class PublicClass:
         return any(op.name == "CloseFile" for op in self.operations)
 
     @property
-    def has_table(self):
-        """Whether the class is a frame over one file."""
-        return self.record is not None
+    def rows(self):
+        """The record of a transaction's rows, of a class that shows one."""
+        return self.frame.rows if self.frame else None
 
 
-def load_classes(paths, records, file_names, name_lists, problems):
+def load_classes(paths, frames, records, file_names, name_lists, problems):
     """All classes, by name."""
-    classes = [ClassReader(Source(path, problems), path.parent.name, records, file_names,
+    classes = [ClassReader(Source(path, problems), path.parent.name, frames, records, file_names,
                            name_lists).read() for path in sorted(paths)]
     seen = set()
     for each in classes:
@@ -129,9 +125,10 @@ def load_classes(paths, records, file_names, name_lists, problems):
 class ClassReader:
     """Turns one file into a PublicClass, complaining of whatever does not hold."""
 
-    def __init__(self, source, subsystem, records, file_names, name_lists):
+    def __init__(self, source, subsystem, frames, records, file_names, name_lists):
         self.source = source
         self.subsystem = subsystem
+        self.frames = frames
         self.records = records
         self.file_names = file_names
         self.name_lists = name_lists
@@ -139,28 +136,46 @@ class ClassReader:
     def read(self):
         source = self.source
         source.check_tables(("class", "frame", "operations", "properties"))
-        source.check_entries("class", ("name", "file", "record", "doc", "parts"))
+        source.check_entries("class", ("name", "frame", "journal", "file", "record", "doc", "parts"))
         source.check_entries("frame", FRAME_FLAGS)
         source.check_names_differ("operations", "properties")
         head = source.tables.get("class", {})
-        record = self.records.get(head.get("record"))
-        if "record" in head and record is None:
-            source.complain("class", "record", f"unknown record \"{head['record']}\"")
-        if "file" in head and head["file"] not in self.file_names:
-            source.complain("class", "file", f"unknown file \"{head['file']}\"; file_names.toml has "
-                            "their names")
-        if ("file" in head) != ("record" in head):
-            source.complain("class", "name", "a class names both its file and its record, or neither")
+        frame = self.read_frame(head)
+        record = self.records.get(head.get("record"), frame.record if frame else None)
         if head.get("parts", "by hand") != "by hand":
             source.complain("class", "parts", "parts says \"by hand\" or is left out")
         flags = [flag for flag, on in source.tables.get("frame", {}).items() if on]
         self.result = PublicClass(source, self.subsystem,
                                   source.check_text("class", "name", head, "name"),
                                   source.check_text("class", "doc", head, "doc"),
-                                  head.get("file", ""), record, "parts" in head, flags)
+                                  head.get("file", ""), frame, record, "parts" in head, flags,
+                                  head.get("journal"))
         self.read_operations()
         self.read_properties()
         return self.result
+
+    def read_frame(self, head):
+        """The frame that the class names, or that of a table where it has a file; otherwise none."""
+        source = self.source
+        name = head.get("frame", "table" if "file" in head or "record" in head else None)
+        if name is None:
+            return None
+        frame = self.frames.get(name)
+        if frame is None:
+            source.complain("class", "frame", f"unknown frame \"{name}\"")
+            return None
+        for entry in ("file", "record"):
+            if (entry in head) == bool(getattr(frame, entry)):
+                what = f"is that of the frame {name}" if entry in head else "is missing"
+                source.complain("class", entry, f"{entry} {what}")
+        if "record" in head and head["record"] not in self.records:
+            source.complain("class", "record", f"unknown record \"{head['record']}\"")
+        if "file" in head and head["file"] not in self.file_names:
+            source.complain("class", "file", f"unknown file \"{head['file']}\"; file_names.toml has "
+                            "their names")
+        if ("{journal}" in frame.construct) != isinstance(head.get("journal"), int):
+            source.complain("class", "journal", "a journal tells its code, and nothing else does")
+        return frame
 
     # Operations
 
@@ -178,7 +193,7 @@ class ClassReader:
 
     def read_operation(self, name, value):
         if value == "frame":
-            return self.frame_operation(name, FRAME_OPERATIONS.get(name))
+            return self.frame_operation(name)
         if isinstance(value, dict) and value.keys() == {"frame", "doc"}:
             return self.frame_operation(name, value["doc"])
         if not isinstance(value, dict):
@@ -204,20 +219,22 @@ class ClassReader:
             self.read_search(operation, value)
         return operation
 
-    def frame_operation(self, name, doc):
-        if name not in FRAME_OPERATIONS:
-            return self.complain_operation(name, "is no operation of the frame")
-        if not self.result.has_table:
+    def frame_operation(self, name, doc=None):
+        if self.result.frame is None:
             return self.complain_operation(name, "an operation of the frame needs a file and a record")
-        returns = "Long" if name == "RecordCount" else "Integer"
-        return Operation(name, "frame", returns, [], doc)
+        told = self.result.frame.operations.get(name)
+        if told is None:
+            return self.complain_operation(name, "is no operation of the frame")
+        return Operation(name, "frame", told.get("returns", "Integer"),
+                         self.read_arguments("operations", name, told.get("args", "")),
+                         doc or told["doc"])
 
     def read_search(self, operation, value):
         name = operation.name
         operation.key, operation.read = value.get("key"), value["read"]
         if operation.read not in READS:
             self.complain_operation(name, f"unknown engine operation \"{operation.read}\"")
-        if not self.result.has_table:
+        if self.result.record is None or self.result.rows:
             self.complain_operation(name, "a keyed read needs a file and a record")
             return
         keys = self.result.record.keys_numbered(operation.key)
@@ -274,7 +291,7 @@ class ClassReader:
 
     def read_properties(self):
         written = self.source.tables.get("properties", {})
-        names = [name for name, value in written.items() if "list" not in value]
+        names = [name for name, value in written.items() if value == "frame" or "list" not in value]
         for earlier, later in zip(names, names[1:]):
             if earlier.lower() > later.lower():
                 self.complain_property(later, f"stands behind {earlier}: properties are in "
@@ -286,12 +303,28 @@ class ClassReader:
         self.result.properties.sort(key=lambda prop: prop.name.lower())
 
     def read_property(self, name, value):
+        if value == "frame":
+            return self.frame_property(name)
         if not isinstance(value, dict):
             return self.complain_property(name, "a property is a table of attributes")
         self.source.check_attributes("properties", name, value, (
-            "type", "args", "doc", "field", "clamp", "dead", "access", "by_hand", "by_hand_get",
-            "by_hand_let"))
+            "type", "args", "doc", "field", "row", "positions", "of_row", "converted", "address", "from",
+            "clamp", "dead",
+            "access",
+            "by_hand", "by_hand_get", "by_hand_let"))
         self.check_reasons("properties", name, value)
+        return self.described_property(name, value)
+
+    def frame_property(self, name):
+        told = self.result.frame.properties.get(name) if self.result.frame else None
+        if told is None:
+            return self.complain_property(name, "is no property of the frame")
+        prop = self.described_property(name, told)
+        if prop.kind == "frame":
+            prop.of_row = name.startswith("Detail")
+        return prop
+
+    def described_property(self, name, value):
         shown = self.source.check_text("properties", name, value, "type")
         if shown not in SHOWN_BY:
             return self.complain_property(name, f"unknown type \"{shown}\"")
@@ -305,34 +338,66 @@ class ClassReader:
             prop.by_hand = ("get", "let")
         else:
             prop.by_hand = tuple(way for way in ("get", "let") if f"by_hand_{way}" in value)
+        prop.of_row = "row" in value or value.get("of_row", False)
+        prop.positions = value.get("positions", True)
         if "dead" in value:
             prop.kind, prop.dead = "dead", value["dead"]
         elif len(prop.by_hand) == 2:
             prop.kind = "by hand"
+        elif "address" in value:
+            self.read_address(prop, value)
+        elif self.result.frame and value is self.result.frame.properties.get(name) and not (
+                {"field", "row"} & value.keys()):
+            prop.kind = "frame"
         else:
             prop.kind = "date" if shown == "Variant date" else "field"
+            if value.get("converted"):
+                prop.kind = "converted"
             self.read_field(prop, value, shown)
         return prop
 
     def read_field(self, prop, value, shown):
-        if not self.result.has_table:
+        record = self.result.rows if "row" in value else self.result.record
+        if record is None:
             self.complain_property(prop.name, "there is no record to show a field of")
             return
-        name = value.get("field", prop.name)
-        prop.field = self.result.record.find(name)
+        name = value.get("row", value.get("field", prop.name))
+        prop.field = record.find(name)
         if prop.field is None:
             self.complain_property(prop.name, f"there is no field {name}")
             return
-        if prop.field.type not in SHOWN_BY[shown]:
+        if prop.kind == "converted":
+            self.check_converted(prop)
+        elif prop.field.type not in SHOWN_BY[shown]:
             self.complain_property(prop.name, f"is {with_article(shown)}, and the field {name} "
                                    f"{with_article(prop.field.type)}")
+        if prop.of_row:
+            self.check_row_number(prop)
+        else:
+            self.check_indexes(prop, name)
+        if "clamp" in value:
+            self.read_clamp(prop, value["clamp"])
+
+    def read_address(self, prop, value):
+        """A property of an address in memory: of the first one, or of a further one by its number."""
+        prop.kind, prop.address, prop.release = "address", value["address"], value.get("from")
+        if [a.type for a in prop.args] not in ([], ["Integer"]):
+            self.complain_property(prop.name, "an address is the first one or has an Integer number")
+
+    def check_converted(self, prop):
+        if not {prop.type, prop.field.type} <= set(WHOLE_NUMBERS) or prop.type == prop.field.type:
+            self.complain_property(prop.name, "converted is for whole numbers of two types")
+
+    def check_row_number(self, prop):
+        if prop.positions and [a.type for a in prop.args] != ["Integer"]:
+            self.complain_property(prop.name, "a row's property takes the Integer number of the row")
+
+    def check_indexes(self, prop, name):
         indexes = bool(prop.field.count) + bool(prop.field.count2)
         if len(prop.args) != indexes:
             self.complain_property(prop.name, f"the field {name} has {indexes} "
                                    f"{'index' if indexes == 1 else 'indexes'}, the property "
                                    f"{len(prop.args)}")
-        if "clamp" in value:
-            self.read_clamp(prop, value["clamp"])
 
     def read_clamp(self, prop, clamp):
         if not (isinstance(clamp, list) and len(clamp) == 2 and

@@ -9,7 +9,8 @@ CONVERSION = {
     "Single": "ToSingle", "Double": "ToDouble", "Currency": "ToCurrency", "String": "ToText",
     "Date": "ToDate",
 }
-STORAGE = {"field": "Field", "date": "Date", "dead": "Dead", "by hand": "ByHand"}
+STORAGE = {"field": "Field", "date": "Date", "dead": "Dead", "frame": "ByHand",
+           "converted": "ByHand", "address": "ByHand", "by hand": "ByHand"}
 
 
 def converted(expression, kind):
@@ -71,7 +72,10 @@ def storage(cls, member, operation):
     if operation:
         return ""
     text = f", Storage::{STORAGE['by hand' if member.by_hand else member.kind]}"
-    if member.field:
+    if member.of_row:
+        shown = f"&{cls.rows.name}Record::{member.field.name}" if member.field else "nullptr"
+        text += f", {shown}, false, 0, 0, {{}}, true"
+    elif member.field:
         text += f", &{cls.record.name}Record::{member.field.name}"
         if member.clamp:
             text += f", true, {member.clamp[0]}, {member.clamp[1]}"
@@ -84,9 +88,9 @@ def automation_source(cls, numbers, path):
     lines = [banner(path), '#include "automation/class_rows.h"',
              f'#include "{cls.subsystem}/{cls.stem}_parts.h"\n', "namespace larkmoor {\n",
              "template <>", f"struct MemberAccess<{cls.name}> {{"]
-    if cls.has_table:
+    if cls.frame:
         lines.append("  static TovrinFile* File(void* object) {\n"
-                     f"    return &{object_of(cls)}->parts_->table.File();\n  }}")
+                     f"    return &{object_of(cls)}->parts_->{cls.frame.part}.File();\n  }}")
     else:
         lines.append("  static TovrinFile* File(void*) { return nullptr; }")
     lines += ["};\n", "namespace automation {\nnamespace {\n"]

@@ -1,5 +1,6 @@
 """C++ of the public classes: the header that clients read, and the plain members."""
 
+from .source import with_article
 from .writer import banner, comment
 
 # What a public type is in C++: given back, taken, and its name among the record's accessors.
@@ -64,6 +65,12 @@ def property_notes(prop):
     elif field and field.count:
         notes.append(f"{prop.args[0].name} runs from 0 to {field.count - 1}; outside, error 9 is raised "
                      "and nothing changes.")
+    if prop.kind == "converted":
+        notes.append("Stored as " + with_article(field.type) + "; what does not fit raises error 6.")
+    if prop.kind == "address" and prop.args:
+        notes.append(f"{prop.args[0].name} runs from 1 to 20; beyond, the nearest of them is meant.")
+    if prop.kind == "address":
+        notes.append(f"Below release {prop.release or 13.0:g} it reads as blank and drops what is written.")
     if prop.kind == "dead":
         notes.append("Stands for no stored value: what is written is dropped.")
     return notes
@@ -106,17 +113,23 @@ def class_header(cls, path):
 
 def parts_header(cls, path):
     lines = [banner(path), "#pragma once\n", f"#include <larkmoor/{cls.subsystem}/{cls.stem}.h>\n"]
-    if cls.has_table:
-        lines += [f'#include "engine/records/{cls.record.stem}.h"',
-                  '#include "engine/tovrin_file_names.h"', '#include "tables/table_frame.h"\n']
+    if cls.frame:
+        lines += [f'#include "{header}"' for header in sorted({
+            f"engine/records/{cls.record.stem}.h", "engine/tovrin_file_names.h", cls.frame.header})]
+        lines.append("")
     lines += ["namespace larkmoor {\n"]
-    if cls.has_table:
+    if cls.frame:
         lines += [f"struct {cls.name}::Parts {{",
-                  f"  TableFrame table{{{cls.record.name}Record::Describe(), "
-                  f"TovrinFileNames::{cls.file}(){frame_behaviour(cls)}}};", "};"]
+                  f"  {cls.frame.type} {cls.frame.part}{{{construction(cls)}}};", "};"]
     else:
         lines += [f"struct {cls.name}::Parts {{}};"]
     return "\n".join(lines + ["\n}  // namespace larkmoor"]) + "\n"
+
+
+def construction(cls):
+    """What the class's frame is made with."""
+    return cls.frame.construct.format(name=cls.name, journal=cls.journal, file=cls.file,
+                                      record=cls.record.name) + frame_behaviour(cls)
 
 
 def frame_behaviour(cls):
@@ -157,24 +170,33 @@ def lifecycle(cls):
         f"  {name} moved(std::move(other));", "  parts_.swap(moved.parts_);", "  return *this;", "}", ""]
 
 
+def part(cls):
+    """The frame among the parts of an object."""
+    return f"parts_->{cls.frame.part}"
+
+
 def operation_body(cls, operation):
     name = f"{cls.name}::{cpp_name(cls, operation)}"
     unnamed = parameters([type(a)(a.type, "", a.byref) for a in operation.args])
     if operation.kind == "frame":
-        return [f"{returned(operation)} {name}() {{ return parts_->table.{operation.name}(); }}", ""]
+        passed = ", ".join(a.name for a in operation.args)
+        return [f"{returned(operation)} {name}({parameters(operation.args)}) "
+                f"{{ return {part(cls)}.{operation.name}({passed}); }}", ""]
     if operation.kind == "gives":
         return [f"{returned(operation)} {name}({unnamed}) {{ return {str(operation.gives).lower()}; }}", ""]
     lines = [f"{returned(operation)} {name}({parameters(operation.args)}) {{"]
     for writer, values in operation.writers:
-        lines.append(f"  parts_->table.File().{writer}({', '.join(values)});")
-    key = "parts_->table.KeyNumber()" if operation.key is None else operation.key
-    return lines + [f"  return parts_->table.Read(&TovrinFile::{operation.read}, {key});", "}", ""]
+        lines.append(f"  {part(cls)}.File().{writer}({', '.join(values)});")
+    key = f"{part(cls)}.KeyNumber()" if operation.key is None else operation.key
+    return lines + [f"  return {part(cls)}.Read(&TovrinFile::{operation.read}, {key});", "}", ""]
 
 
 def property_bodies(cls, prop):
     if prop.kind == "by hand":
         return []
-    get, let = dead_bodies(prop) if prop.kind == "dead" else field_bodies(cls, prop)
+    bodies = {"dead": dead_bodies, "frame": frame_bodies, "address": address_bodies}.get(prop.kind, field_bodies)
+    get, let = bodies(cls, prop)
+    prop = unnamed_if(prop, prop.of_row and not prop.positions)
     scope = f"{cls.name}::"
     lines = []
     if prop.readable and "get" not in prop.by_hand:
@@ -215,24 +237,49 @@ def dead_value(prop):
     return f"{GIVEN[prop.type]}({prop.dead})"
 
 
-def dead_bodies(prop):
+def dead_bodies(_, prop):
     return Body(dead_value(prop), uses=False), Body("", uses=False)
+
+
+def frame_bodies(cls, prop):
+    indexes = [a.name for a in prop.args]
+    call = f"{part(cls)}.{prop.name}"
+    return (Body(f"{call}({', '.join(indexes)})"),
+            Body(f"{call}({', '.join(indexes + ['value'])}); "))
+
+
+def address_bodies(_, prop):
+    number = f"AddressBook::Further({prop.args[0].name})" if prop.args else "0"
+    place = f"&AddressEntry::{prop.address}, {number}"
+    release = "" if prop.release is None else f", {prop.release}"
+    return (Body(f"parts_->addresses.Get({place}{release})"),
+            Body(f"parts_->addresses.Set({place}, value{release}); "))
+
+
+def shown_record(cls, prop):
+    """The record with the property's field in it."""
+    if not prop.of_row:
+        return f"{part(cls)}.Record()"
+    return f"{part(cls)}.Row({prop.args[0].name})" if prop.positions else f"{part(cls)}.RowInHand()"
 
 
 def field_bodies(cls, prop):
     field = prop.field
     accessor = ACCESSOR.get(field.type, field.type)
-    constant = f"{cls.record.name}Record::{field.name}"
-    indexes = [a.name for a in prop.args]
+    constant = f"{(cls.rows if prop.of_row else cls.record).name}Record::{field.name}"
+    indexes = [] if prop.of_row else [a.name for a in prop.args]
+    record = shown_record(cls, prop)
     if prop.clamp:
         indexes = [f"Clamp({prop.args[0].name}, {prop.clamp[0]}, {prop.clamp[1]})"]
-    get = f"parts_->table.Record().Get{accessor}({', '.join([constant] + indexes)})"
+    get = f"{record}.Get{accessor}({', '.join([constant] + indexes)})"
     value = "value"
     if prop.kind == "date":
         get, value = f"DateFromRecord({get})", "DateToRecord(value)"
+    elif prop.kind == "converted":
+        get, value = f"Variant({get}).To{prop.type}()", f"Variant(value).To{field.type}()"
     elif prop.type == "Date":
         get, value = f"larkmoor::Date({get})", "value.Serial()"
-    let = f"parts_->table.Record().Set{accessor}({', '.join([constant, value] + indexes)}); "
+    let = f"{record}.Set{accessor}({', '.join([constant, value] + indexes)}); "
     return Body(get), Body(let)
 
 

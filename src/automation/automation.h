@@ -75,6 +75,9 @@ struct Member {
   std::int16_t clampHigh = 0;
   /// What a dead property reads.
   std::string_view deadText = {};
+  /// Set where the property belongs to one row of a transaction: its index is the number of the
+  /// row, from 1, and `field` one of the row's record.
+  bool ofRow = false;
 
   /// "rw", "r" or "w"; "-" for operations.
   [[nodiscard]] std::string_view Access() const;

@@ -2,13 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 #include <larkmoor/status.h>
 
-#include "engine/tovrin_file.h"
-#include "engine/tovrin_record.h"
+#include "tables/record_file.h"
 
 namespace larkmoor {
 
@@ -35,38 +33,37 @@ class TableFrame {
   Status OpenFile();
   /// Closes the file and drops it and the record; 0 where the object is not marked open.
   Status CloseFile();
-  Status Delete() { return file_->btDelete(); }
+  Status Delete() { return file_.File().btDelete(); }
   /// Both use the key number of the last keyed read.
-  Status Insert() { return file_->btInsert(keyNumber_); }
-  Status Update() { return file_->btUpdate(keyNumber_); }
-  std::int32_t RecordCount() { return file_->btRecordCount(); }
+  Status Insert() { return file_.File().btInsert(keyNumber_); }
+  Status Update() { return file_.File().btUpdate(keyNumber_); }
+  std::int32_t RecordCount() { return file_.File().btRecordCount(); }
   // Steps leave the key number as it was.
-  Status StepFirst() { return file_->btStepFirst(); }
-  Status StepLast() { return file_->btStepLast(); }
-  Status StepNext() { return file_->btStepNext(); }
-  Status StepPrevious() { return file_->btStepPrevious(); }
+  Status StepFirst() { return file_.File().btStepFirst(); }
+  Status StepLast() { return file_.File().btStepLast(); }
+  Status StepNext() { return file_.File().btStepNext(); }
+  Status StepPrevious() { return file_.File().btStepPrevious(); }
   /// A keyed read; the key writers have filled the key buffer of `File()`.
   Status Read(Status (TovrinFile::*read)(std::int16_t), std::int16_t keyNumber) {
     keyNumber_ = keyNumber;
-    return (*file_.*read)(keyNumber);
+    return (file_.File().*read)(keyNumber);
   }
 
-  [[nodiscard]] TovrinFile& File() { return *file_; }
-  [[nodiscard]] Tovrin2Record& Record() { return record_; }
+  [[nodiscard]] TovrinFile& File() { return file_.File(); }
+  [[nodiscard]] Tovrin2Record& Record() { return file_.Record(); }
   /// Key number of the last keyed read, 0 before the first.
   [[nodiscard]] std::int16_t KeyNumber() const { return keyNumber_; }
   /// Release of the data as the last successful `OpenFile` found it, 0 before.
   [[nodiscard]] double FileVersion() const { return fileVersion_; }
-  [[nodiscard]] bool IsOpen() const { return isOpen_; }
+  [[nodiscard]] bool IsOpen() const { return file_.IsOpen(); }
+  /// For a class whose finders choose the key by release, or whose `OpenFile` sets one.
+  void SetKeyNumber(std::int16_t keyNumber) { keyNumber_ = keyNumber; }
 
  private:
-  std::string_view fileName_;
+  RecordFile file_;
   FrameBehaviour behaviour_;
-  std::unique_ptr<TovrinFile> file_;  // never null: a dropped file gives way to a fresh one
-  Tovrin2Record record_;
   std::int16_t keyNumber_ = 0;
   double fileVersion_ = 0;
-  bool isOpen_ = false;
 };
 
 }  // namespace larkmoor

@@ -66,10 +66,16 @@ inline std::ostream& operator<<(std::ostream& out, const Element& element) {
   return element.indexes.empty() ? out : out << ')';
 }
 
-inline bool IsStored(const automation::Member& member) {
+/// Whether a property shows a field as it is, or under the rules for dates.
+inline bool ShowsField(const automation::Member& member) {
   return (member.storage == automation::Storage::Field ||
           member.storage == automation::Storage::Date) &&
          member.get != nullptr && member.let != nullptr;
+}
+
+/// Whether the class's own record has the field.
+inline bool IsStored(const automation::Member& member) {
+  return ShowsField(member) && !member.ofRow;
 }
 
 /// The indexes from `first` to `last`.

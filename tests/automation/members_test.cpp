@@ -40,6 +40,7 @@ using test::Indexes;
 using test::IsStored;
 using test::RaisedNumber;
 using test::RangesOf;
+using test::ShowsField;
 using test::ValueSample;
 using test::Which;
 
@@ -257,6 +258,64 @@ INSTANTIATE_TEST_SUITE_P(NewestRelease, StoredMembers, ClassesWith(test::IsStore
                          ClassName);
 INSTANTIATE_TEST_SUITE_P(OldestRelease, StoredMembers, ClassesWith(test::IsStored, Oldest),
                          ClassName);
+
+// --- Properties of a transaction's rows ---
+
+bool IsOfRow(const Member& member) { return ShowsField(member) && member.ofRow; }
+
+class RowMembers : public MembersTest {
+ protected:
+  static constexpr std::int16_t ShownRow = 1;
+
+  /// Has a row in hand, as those properties want it that do not move to the row they are asked for.
+  static void TakeRowInHand(Object& object) {
+    const bool hasDetails = FindMember(Type(), "DetailAmount") != nullptr;
+    object.Get(hasDetails ? "DetailAmount" : "PayAmount", {ShownRow});
+  }
+
+  /// Writes a transaction in which nothing but this property is set.
+  void WriteTransactionWith(const Element& element, std::int32_t number) {
+    ASSERT_EQ(Do("CloseFile"), StatusSuccess);
+    ASSERT_EQ(Do("OpenFile"), StatusSuccess);
+    object_.Let("NRecord", number);
+    TakeRowInHand(object_);
+    element.Let(object_, LargestOf(element).written);
+    ASSERT_EQ(Insert(), StatusSuccess);
+  }
+
+  /// The row of that transaction as the file has it.
+  static void ReadRowOf(std::int32_t number, TovrinFile& rows) {
+    rows.KeyLong(number, 0);
+    ASSERT_EQ(rows.btGetEqual(0), StatusSuccess);
+  }
+};
+
+TEST_P(RowMembers, AreReadAgainAndLieInTheirFieldOnFile) {
+  std::int32_t number = 0;
+  for (const Member* member : MembersThat(IsOfRow, Type())) {
+    const Element element{&Type(), member, Indexes(member->arguments.size(), ShownRow)};
+    ASSERT_NO_FATAL_FAILURE(WriteTransactionWith(element, ++number)) << element;
+    Object reader(Type());
+    ASSERT_EQ(reader.Call("OpenFile"), StatusSuccess);
+    ASSERT_EQ(reader.Call("GetEqual", {number}), StatusSuccess);
+    TakeRowInHand(reader);
+    EXPECT_EQ(element.Get(reader), LargestOf(element).read) << element;
+
+    TovrinFile rows;
+    ASSERT_EQ(rows.btOpen(company_.Path() + "JrnlRow.dat", TovrinFile::ReadOnlyMode),
+              StatusSuccess);
+    ASSERT_NO_FATAL_FAILURE(ReadRowOf(number, rows)) << element;
+    const Field& field = element.StoredIn();
+    EXPECT_TRUE(
+        std::ranges::any_of(std::span(*rows.RecordBuffer()).subspan(field.offset, field.width),
+                            [](std::byte each) { return each != std::byte{0}; }))
+        << element << " left nothing in " << field.name;
+  }
+}
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(RowMembers);
+INSTANTIATE_TEST_SUITE_P(NewestRelease, RowMembers, ClassesWith(IsOfRow, Newest), ClassName);
+INSTANTIATE_TEST_SUITE_P(OldestRelease, RowMembers, ClassesWith(IsOfRow, Oldest), ClassName);
 
 // --- Several names of one field ---
 

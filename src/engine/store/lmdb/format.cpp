@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr std::string_view FormatName = "larkmoor-1";
+constexpr std::string_view FormatName = "larkmoor-2";
 
 constexpr std::string_view SegmentNames[] = {"byte", "integer",  "long", "double", "date",
                                              "day",  "zerotext", "text", "guid"};

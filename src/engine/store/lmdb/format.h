@@ -4,7 +4,7 @@
 // sub-database:
 //
 //   Header + name            description of the file (JSON), owner name (JSON)
-//   Record + record number   stamp of the last write (8 bytes), then the record's bytes
+//   Record + record number   stamp of the last write, then the record: see record_value.h
 //   Counters                 next record number, number of records; lies right behind the last
 //   record, so
 //                            that an insert touches no page of its own for it
@@ -75,6 +75,10 @@ bool IsRecord(const MDB_val& entry);
 bool IsOfKey(const MDB_val& entry, std::int16_t keyNumber);
 /// The record number at the end of a record's or a key's entry.
 RecordNumber NumberIn(const MDB_val& entry);
+/// The bytes that LMDB points at.
+inline std::span<const std::byte> BytesOf(const MDB_val& value) {
+  return {static_cast<const std::byte*>(value.mv_data), value.mv_size};
+}
 
 struct Counters {
   RecordNumber next = 1;

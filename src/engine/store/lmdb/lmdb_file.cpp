@@ -7,6 +7,7 @@
 
 #include "engine/store/lmdb/failure.h"
 #include "engine/store/lmdb/percentage.h"
+#include "engine/store/lmdb/record_value.h"
 #include "engine/store/lmdb/writes.h"
 
 namespace larkmoor::store::lmdb {
@@ -100,12 +101,10 @@ int InsertEntries(const Writing& writing, const FileDescription& file, RecordNum
 
 int RemoveEntries(const Writing& writing, const FileDescription& file, RecordNumber number,
                   std::span<const std::byte> record) {
-  // All keys first: the record's bytes do not last over a write.
-  std::vector<EncodedKey> encoded;
-  for (const KeyDescription& key : file.keys) encoded.push_back(EncodeKeyOf(key, record));
   int code = RemoveRecord(writing, number);
-  for (std::size_t i = 0; i < encoded.size() && code == MDB_SUCCESS; ++i) {
-    code = RemoveKey(writing, file.keys[i].number, encoded[i], number);
+  for (const KeyDescription& key : file.keys) {
+    if (code == MDB_SUCCESS)
+      code = RemoveKey(writing, key.number, EncodeKeyOf(key, record), number);
   }
   return code;
 }
@@ -165,11 +164,7 @@ Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records
 }
 
 Status LmdbFile::TakeRecord(Cursor& records, std::span<std::byte> record) {
-  const MDB_val& value = records.Value();
-  if (value.mv_size != sizeof(Stamp) + record.size()) return StatusIOError;
-  const auto* bytes = static_cast<const std::byte*>(value.mv_data);
-  std::memcpy(&current_.stamp, bytes, sizeof(Stamp));
-  std::memcpy(record.data(), bytes + sizeof(Stamp), record.size());
+  if (!ReadRecordValue(BytesOf(records.Value()), current_.stamp, record)) return StatusIOError;
   current_.number = NumberIn(records.Entry());
   physical_ = current_.number;
   records.Stay(true);
@@ -223,8 +218,10 @@ Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
   const auto stored =
       ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfRecord(current_.number));
   if (!stored) return StatusRecordConflict;
-  const auto record = std::as_bytes(std::span(*stored)).subspan(sizeof(Stamp));
-  const KeySpread spread(reading, *key);
+  Stamp stamp;
+  std::vector<std::byte> record(Description().recordLength);
+  if (!ReadRecordValue(std::as_bytes(std::span(*stored)), stamp, record)) return StatusIOError;
+  const KeySpread spread(reading, *key, Description().recordLength);
   percent =
       spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
   return StatusSuccess;
@@ -236,7 +233,7 @@ Status LmdbFile::GetByPercentage(std::int16_t keyNumber, double percent,
   if (key == nullptr) return StatusInvalidKeyNumber;
   const Reading reading(*view_);
   if (reading.Failure() != StatusSuccess) return reading.Failure();
-  const auto entry = KeySpread(reading, *key).EntryAt(percent);
+  const auto entry = KeySpread(reading, *key, Description().recordLength).EntryAt(percent);
   if (!entry) return StatusEndOfFile;
   Cursor keys(keys_, reading);
   Cursor records(records_, reading);
@@ -269,13 +266,14 @@ Status LmdbFile::Insert(std::int16_t keyNumber, std::span<std::byte> record) {
   return status;
 }
 
-Status LmdbFile::StoredRecord(const Writing& writing, std::span<const std::byte>& stored) const {
+Status LmdbFile::StoredRecord(const Writing& writing, std::vector<std::byte>& stored) const {
   const auto found =
       ReadEntry(writing.Transaction(), writing.Tree(), EntryKey::OfRecord(current_.number));
-  if (!found || found->size() < sizeof(Stamp)) return StatusRecordConflict;
-  if (std::memcmp(found->data(), &current_.stamp, sizeof(Stamp)) != 0) return StatusRecordConflict;
-  stored = std::as_bytes(std::span(*found)).subspan(sizeof(Stamp));
-  return StatusSuccess;
+  if (!found) return StatusRecordConflict;
+  Stamp stamp;
+  stored.resize(Description().recordLength);
+  if (!ReadRecordValue(std::as_bytes(std::span(*found)), stamp, stored)) return StatusIOError;
+  return stamp == current_.stamp ? StatusSuccess : StatusRecordConflict;
 }
 
 Status LmdbFile::Update(std::int16_t keyNumber, std::span<const std::byte> record) {
@@ -286,7 +284,7 @@ Status LmdbFile::Update(std::int16_t keyNumber, std::span<const std::byte> recor
   Writing writing(*view_);
   if (writing.Failure() != StatusSuccess) return writing.Failure();
 
-  std::span<const std::byte> stored;
+  std::vector<std::byte> stored;
   if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
   const std::vector<KeyChange> changes = Changes(Description(), stored, record);
   if (const Status status = CheckChanges(writing, changes); status != StatusSuccess) return status;
@@ -304,7 +302,7 @@ Status LmdbFile::Delete() {
   Writing writing(*view_);
   if (writing.Failure() != StatusSuccess) return writing.Failure();
 
-  std::span<const std::byte> stored;
+  std::vector<std::byte> stored;
   if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
   int code = RemoveEntries(writing, Description(), current_.number, stored);
   Counters counters = ReadCounters(writing.Transaction(), writing.Tree());

@@ -51,7 +51,7 @@ class LmdbFile final : public File {
   Status TakeRecord(Cursor& records, std::span<std::byte> record);
   void TakeWritten(const KeyDescription& key, std::span<const std::byte> record,
                    CurrentRecord written);
-  Status StoredRecord(const Writing& writing, std::span<const std::byte>& stored) const;
+  Status StoredRecord(const Writing& writing, std::vector<std::byte>& stored) const;
 
   std::shared_ptr<ThreadView> view_;
   bool readOnly_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/store/lmdb/record_value.h"
 #include "engine/store/lmdb/search.h"
 
 namespace larkmoor::store::lmdb {
@@ -18,12 +19,12 @@ bool Precedes(const EntryKey& left, const EntryKey& right) {
 
 }  // namespace
 
-KeySpread::KeySpread(const Reading& reading, const KeyDescription& key) {
+KeySpread::KeySpread(const Reading& reading, const KeyDescription& key, std::size_t recordLength) {
   const auto records = ReadCounters(reading.Transaction(), reading.Tree()).records;
   if (records <= CountedExactly) {
     TakeAll(reading, key);
   } else {
-    TakeSample(reading, key);
+    TakeSample(reading, key, recordLength);
   }
 }
 
@@ -36,17 +37,18 @@ void KeySpread::TakeAll(const Reading& reading, const KeyDescription& key) {
   }
 }
 
-void KeySpread::TakeSample(const Reading& reading, const KeyDescription& key) {
+void KeySpread::TakeSample(const Reading& reading, const KeyDescription& key,
+                           std::size_t recordLength) {
   Cursor cursor(reading);
+  Stamp stamp;
+  std::vector<std::byte> record(recordLength);
   const RecordNumber end = ReadCounters(reading.Transaction(), reading.Tree()).next;
   for (std::uint64_t i = 0; i < SampleSize; ++i) {
     const RecordNumber number = 1 + end / SampleSize * i + end % SampleSize * i / SampleSize;
     if (cursor.AtOrAbove(EntryKey::OfRecord(number)) != MDB_SUCCESS || !IsRecord(cursor.Entry())) {
       continue;
     }
-    const auto record =
-        std::span(static_cast<const std::byte*>(cursor.Value().mv_data), cursor.Value().mv_size)
-            .subspan(sizeof(Stamp));
+    if (!ReadRecordValue(BytesOf(cursor.Value()), stamp, record)) continue;
     entries_.push_back(
         EntryKey::OfKey(key.number, EncodeKeyOf(key, record), NumberIn(cursor.Entry())));
   }

@@ -14,7 +14,7 @@ namespace larkmoor::store::lmdb {
 /// ones, and costs the same however many records there are.
 class KeySpread {
  public:
-  KeySpread(const Reading& reading, const KeyDescription& key);
+  KeySpread(const Reading& reading, const KeyDescription& key, std::size_t recordLength);
 
   /// 0.0 for the first entry to 100.0 for the last.
   [[nodiscard]] double PercentOf(const EntryKey& entry) const;
@@ -23,7 +23,7 @@ class KeySpread {
 
  private:
   void TakeAll(const Reading& reading, const KeyDescription& key);
-  void TakeSample(const Reading& reading, const KeyDescription& key);
+  void TakeSample(const Reading& reading, const KeyDescription& key, std::size_t recordLength);
 
   std::vector<EntryKey> entries_;  // ascending, the first and the last of the path among them
 };

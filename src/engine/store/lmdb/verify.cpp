@@ -3,6 +3,7 @@
 #include <larkmoor/status.h>
 
 #include "engine/store/lmdb/failure.h"
+#include "engine/store/lmdb/record_value.h"
 #include "engine/store/lmdb/search.h"
 
 namespace larkmoor::store::lmdb {
@@ -38,17 +39,19 @@ class Verifier {
  private:
   void Found(const std::string& text) { findings_.push_back(text); }
 
+  bool TakeRecord(std::span<const std::byte> value) {
+    Stamp stamp;
+    record_.resize(file_.recordLength);
+    return ReadRecordValue(value, stamp, record_);
+  }
+
   void CheckRecord(RecordNumber number, const MDB_val& value) {
     ++records_;
     const std::string name = "record " + std::to_string(number);
     if (number >= counters_.next) Found(name + ": its number was never given");
-    if (value.mv_size != sizeof(Stamp) + file_.recordLength) {
-      return Found(name + ": is not as long as the file's records");
-    }
-    const auto record = std::span(static_cast<const std::byte*>(value.mv_data), value.mv_size)
-                            .subspan(sizeof(Stamp));
+    if (!TakeRecord(BytesOf(value))) return Found(name + ": is not one of the file's records");
     for (const KeyDescription& key : file_.keys) {
-      const EntryKey entry = EntryKey::OfKey(key.number, EncodeKeyOf(key, record), number);
+      const EntryKey entry = EntryKey::OfKey(key.number, EncodeKeyOf(key, record_), number);
       if (!ReadEntry(reading_.Transaction(), reading_.Tree(), entry)) {
         Found(name + ": has no entry on key " + std::to_string(key.number));
       }
@@ -70,9 +73,8 @@ class Verifier {
     const auto stored =
         ReadEntry(reading_.Transaction(), reading_.Tree(), EntryKey::OfRecord(number));
     if (!stored) return Found(name + ": the entry has no record");
-    if (stored->size() != sizeof(Stamp) + file_.recordLength) return;  // told with the record
-    const auto record = std::as_bytes(std::span(*stored)).subspan(sizeof(Stamp));
-    if (!(EntryKey::OfKey(key.number, EncodeKeyOf(key, record), number) == entry)) {
+    if (!TakeRecord(std::as_bytes(std::span(*stored)))) return;  // told with the record
+    if (!(EntryKey::OfKey(key.number, EncodeKeyOf(key, record_), number) == entry)) {
       Found(name + ": the entry is not that of the record");
     }
     CheckUnique(key, entry, name);
@@ -106,6 +108,7 @@ class Verifier {
   std::uint64_t records_ = 0;
   std::uint64_t entries_ = 0;
   std::string lastValue_;
+  std::vector<std::byte> record_;
 };
 
 }  // namespace

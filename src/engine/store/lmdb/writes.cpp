@@ -5,6 +5,8 @@
 #include <limits>
 #include <random>
 
+#include "engine/store/lmdb/record_value.h"
+
 namespace larkmoor::store::lmdb {
 namespace {
 
@@ -69,13 +71,9 @@ int PutRecord(const Writing& writing, RecordNumber number, Stamp stamp,
               std::span<const std::byte> record) {
   const EntryKey entry = EntryKey::OfRecord(number);
   MDB_val key = entry.Value();
-  MDB_val value{sizeof stamp + record.size(), nullptr};
-  const int code = mdb_put(writing.Transaction(), writing.Tree(), &key, &value, MDB_RESERVE);
-  if (code != MDB_SUCCESS) return code;
-  auto* place = static_cast<std::byte*>(value.mv_data);
-  std::memcpy(place, &stamp, sizeof stamp);
-  std::memcpy(place + sizeof stamp, record.data(), record.size());
-  return code;
+  std::vector<std::byte> bytes = RecordValue(stamp, record);
+  MDB_val value{bytes.size(), bytes.data()};
+  return mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0);
 }
 
 int PutCounters(const Writing& writing, const Counters& counters) {
