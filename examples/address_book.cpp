@@ -9,13 +9,15 @@
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
-#include <string>
 #include <string_view>
 
 #include <larkmoor/larkmoor.h>
 
+#include "check.h"
+
 namespace {
 
+using example::Check;
 using larkmoor::Status;
 using larkmoor::StatusEndOfFile;
 using larkmoor::StatusKeyNotFound;
@@ -23,14 +25,6 @@ using larkmoor::StatusSuccess;
 
 constexpr std::int32_t Harbourmaster = 12;
 constexpr std::int32_t Bakery = 7;
-
-// Ends the work in hand where a status is not success. Not every status is a failure: those that a
-// call may well answer with, such as the end of a walk, are looked at before they come here.
-void Check(Status status, std::string_view what) {
-  if (status == StatusSuccess) return;
-  larkmoor::Btrieve connection;
-  throw std::runtime_error(std::string(what) + ": " + connection.ErrorMessage(status).ToText());
-}
 
 void Show(larkmoor::Address& address) {
   std::cout << "  " << address.AddressRecordNumber() << ": " << address.Name() << ", "

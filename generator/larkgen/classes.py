@@ -19,7 +19,11 @@ SHOWN_BY = {
 
 WHOLE_NUMBERS = ("Byte", "Integer", "Long")
 
-FRAME_FLAGS = ("close_keeps_open_mark", "open_sets_no_mark", "failed_open_keeps_file")
+FRAME_FLAGS = ("close_keeps_open_mark", "open_sets_no_mark", "failed_open_keeps_file",
+               "missing_account_reads_empty")
+
+# What a property may tell of the file, and its public type.
+OF_FILE = {"ActualLength": "Long", "RecordByte": "Byte", "FileVersion": "Double"}
 
 READS = ("btGetEqual", "btGetGreaterThan", "btGetGreaterOrEqual", "btGetLessThan",
          "btGetLessOrEqual", "btGetFirst", "btGetLast", "btGetNext", "btGetPrevious")
@@ -49,12 +53,13 @@ class Operation:
     writers: list = field(default_factory=list)  # (writer, arguments as they stand)
     read: str = ""
     gives: int = 0
+    forwards_to: str = ""  # the frame's name for it
 
 
 @dataclass
 class Property:
     name: str
-    kind: str  # field, date, converted, dead, frame, address, by hand
+    kind: str  # field, date, converted, account, of file, dead, frame, address, by hand
     type: str  # the public type; that of a date is Variant
     args: list
     doc: str
@@ -64,8 +69,14 @@ class Property:
     dead: "object | None" = None
     by_hand: tuple = ()  # of "get", "let"
     of_row: bool = False  # belongs to one row of a transaction
+    rows: str = ""  # the list of rows, of a transaction that has several
     address: str = ""  # the field of an address in memory
     release: "float | None" = None  # from which on there is that field
+    below: "float | None" = None  # the release from which on there is no longer that field
+    part: str = ""  # the part of the class whose record has the field, where not the class's own
+    record: "Record | None" = None  # that record
+    moved: "tuple | None" = None  # where newer data has the field: part, its record, field, first row
+    of_file: str = ""  # what it tells of the file
     positions: bool = True  # the first argument is the number of the row to be shown
 
     @property
@@ -89,6 +100,7 @@ class PublicClass:
     own_parts: bool
     frame_flags: list
     journal: "int | None" = None
+    records: dict = field(default_factory=dict)  # further records by part
     operations: list = field(default_factory=list)
     properties: list = field(default_factory=list)
 
@@ -135,7 +147,7 @@ class ClassReader:
 
     def read(self):
         source = self.source
-        source.check_tables(("class", "frame", "operations", "properties"))
+        source.check_tables(("class", "frame", "records", "operations", "properties"))
         source.check_entries("class", ("name", "frame", "journal", "file", "record", "doc", "parts"))
         source.check_entries("frame", FRAME_FLAGS)
         source.check_names_differ("operations", "properties")
@@ -149,10 +161,18 @@ class ClassReader:
                                   source.check_text("class", "name", head, "name"),
                                   source.check_text("class", "doc", head, "doc"),
                                   head.get("file", ""), frame, record, "parts" in head, flags,
-                                  head.get("journal"))
+                                  head.get("journal"), self.read_records())
         self.read_operations()
         self.read_properties()
         return self.result
+
+    def read_records(self):
+        """The records of the class's further parts."""
+        told = self.source.tables.get("records", {})
+        for part, name in told.items():
+            if name not in self.records:
+                self.source.complain("records", part, f"unknown record \"{name}\"")
+        return {part: self.records[name] for part, name in told.items() if name in self.records}
 
     def read_frame(self, head):
         """The frame that the class names, or that of a table where it has a file; otherwise none."""
@@ -170,6 +190,8 @@ class ClassReader:
                 source.complain("class", entry, f"{entry} {what}")
         if "record" in head and head["record"] not in self.records:
             source.complain("class", "record", f"unknown record \"{head['record']}\"")
+        elif "record" in head and frame.file and self.records[head["record"]].file != frame.file:
+            source.complain("class", "record", f"the frame {name} is over rows of {frame.file}")
         if "file" in head and head["file"] not in self.file_names:
             source.complain("class", "file", f"unknown file \"{head['file']}\"; file_names.toml has "
                             "their names")
@@ -194,8 +216,8 @@ class ClassReader:
     def read_operation(self, name, value):
         if value == "frame":
             return self.frame_operation(name)
-        if isinstance(value, dict) and value.keys() == {"frame", "doc"}:
-            return self.frame_operation(name, value["doc"])
+        if isinstance(value, dict) and "frame" in value:
+            return self.named_frame_operation(name, value)
         if not isinstance(value, dict):
             return self.complain_operation(name, "an operation is \"frame\" or a table of attributes")
         self.source.check_attributes("operations", name, value, (
@@ -219,6 +241,17 @@ class ClassReader:
             self.read_search(operation, value)
         return operation
 
+    def named_frame_operation(self, name, value):
+        """An operation of the frame with a doc of its own, and perhaps a name and arguments of its own."""
+        self.source.check_attributes("operations", name, value, ("frame", "args", "doc"))
+        told = name if value["frame"] is True else value["frame"]
+        operation = self.frame_operation(told, self.source.check_text("operations", name, value, "doc"))
+        if operation is not None:
+            operation.name = name
+            if "args" in value:
+                operation.args = self.read_arguments("operations", name, value["args"])
+        return operation
+
     def frame_operation(self, name, doc=None):
         if self.result.frame is None:
             return self.complain_operation(name, "an operation of the frame needs a file and a record")
@@ -227,7 +260,7 @@ class ClassReader:
             return self.complain_operation(name, "is no operation of the frame")
         return Operation(name, "frame", told.get("returns", "Integer"),
                          self.read_arguments("operations", name, told.get("args", "")),
-                         doc or told["doc"])
+                         doc or told["doc"], forwards_to=name)
 
     def read_search(self, operation, value):
         name = operation.name
@@ -308,7 +341,8 @@ class ClassReader:
         if not isinstance(value, dict):
             return self.complain_property(name, "a property is a table of attributes")
         self.source.check_attributes("properties", name, value, (
-            "type", "args", "doc", "field", "row", "positions", "of_row", "converted", "address", "from",
+            "type", "args", "doc", "field", "row", "positions", "of_row", "rows", "converted",
+            "account", "address", "from", "below", "part", "moved", "first_row", "of_file",
             "clamp", "dead",
             "access",
             "by_hand", "by_hand_get", "by_hand_let"))
@@ -340,12 +374,15 @@ class ClassReader:
             prop.by_hand = tuple(way for way in ("get", "let") if f"by_hand_{way}" in value)
         prop.of_row = "row" in value or value.get("of_row", False)
         prop.positions = value.get("positions", True)
+        prop.rows = value.get("rows", "")
         if "dead" in value:
             prop.kind, prop.dead = "dead", value["dead"]
         elif len(prop.by_hand) == 2:
             prop.kind = "by hand"
         elif "address" in value:
             self.read_address(prop, value)
+        elif "of_file" in value:
+            self.read_of_file(prop, value["of_file"])
         elif self.result.frame and value is self.result.frame.properties.get(name) and not (
                 {"field", "row"} & value.keys()):
             prop.kind = "frame"
@@ -353,21 +390,26 @@ class ClassReader:
             prop.kind = "date" if shown == "Variant date" else "field"
             if value.get("converted"):
                 prop.kind = "converted"
+            elif "account" in value:
+                prop.kind = "account"
             self.read_field(prop, value, shown)
         return prop
 
     def read_field(self, prop, value, shown):
-        record = self.result.rows if "row" in value else self.result.record
+        prop.record = record = self.record_of(prop, value)
         if record is None:
             self.complain_property(prop.name, "there is no record to show a field of")
             return
-        name = value.get("row", value.get("field", prop.name))
+        name = value.get("row", value.get("account", value.get("field", prop.name)))
         prop.field = record.find(name)
         if prop.field is None:
             self.complain_property(prop.name, f"there is no field {name}")
             return
         if prop.kind == "converted":
             self.check_converted(prop)
+        elif prop.kind == "account":
+            if (prop.type, prop.field.type) != ("String", "Long"):
+                self.complain_property(prop.name, "an account is a Long shown as a String")
         elif prop.field.type not in SHOWN_BY[shown]:
             self.complain_property(prop.name, f"is {with_article(shown)}, and the field {name} "
                                    f"{with_article(prop.field.type)}")
@@ -377,6 +419,38 @@ class ClassReader:
             self.check_indexes(prop, name)
         if "clamp" in value:
             self.read_clamp(prop, value["clamp"])
+        prop.below = value.get("below")
+        if "moved" in value:
+            self.read_moved(prop, value["moved"], value.get("first_row", 0))
+
+    def record_of(self, prop, value):
+        """The record that has the property's field."""
+        prop.part = value.get("part", "")
+        if not prop.part:
+            return self.result.rows if "row" in value else self.result.record
+        if prop.part not in self.result.records:
+            self.complain_property(prop.name, f"there is no part {prop.part} in [records]")
+        return self.result.records.get(prop.part)
+
+    def read_moved(self, prop, place, first_row):
+        """The field that newer data has instead, in a row that the first index tells."""
+        part, _, name = str(place).partition(".")
+        record = self.result.records.get(part)
+        moved = record.find(name) if record else None
+        if moved is None:
+            self.complain_property(prop.name, f"moved to {place}, and there is no such part and field")
+        elif (moved.type, bool(moved.count)) != (prop.field.type, bool(prop.field.count2)):
+            self.complain_property(prop.name, f"moved to {place}, which is another type than before")
+        else:
+            prop.moved = (part, record, moved, first_row)
+
+    def read_of_file(self, prop, name):
+        prop.kind, prop.of_file = "of file", name
+        if prop.type != OF_FILE.get(name) or prop.access != "r":
+            self.complain_property(prop.name, "of_file is one of " + ", ".join(
+                f"{each} ({kind})" for each, kind in OF_FILE.items()) + ", read-only")
+        if [a.type in ("Integer", "Long") for a in prop.args] != [True] * (name == "RecordByte"):
+            self.complain_property(prop.name, "RecordByte takes one index, and the others none")
 
     def read_address(self, prop, value):
         """A property of an address in memory: of the first one, or of a further one by its number."""
@@ -385,8 +459,10 @@ class ClassReader:
             self.complain_property(prop.name, "an address is the first one or has an Integer number")
 
     def check_converted(self, prop):
-        if not {prop.type, prop.field.type} <= set(WHOLE_NUMBERS) or prop.type == prop.field.type:
-            self.complain_property(prop.name, "converted is for whole numbers of two types")
+        shown = prop.type in WHOLE_NUMBERS + ("Boolean",)
+        if not shown or prop.field.type not in WHOLE_NUMBERS or prop.type == prop.field.type:
+            self.complain_property(prop.name, "converted is for whole numbers of two types, or for a "
+                                   "Boolean over one")
 
     def check_row_number(self, prop):
         if prop.positions and [a.type for a in prop.args] != ["Integer"]:

@@ -10,7 +10,7 @@ CONVERSION = {
     "Date": "ToDate",
 }
 STORAGE = {"field": "Field", "date": "Date", "dead": "Dead", "frame": "ByHand",
-           "converted": "ByHand", "address": "ByHand", "by hand": "ByHand"}
+           "converted": "ByHand", "of file": "ByHand", "account": "ByHand", "address": "ByHand", "by hand": "ByHand"}
 
 
 def converted(expression, kind):
@@ -71,6 +71,8 @@ def member_row(cls, member, index, number):
 def storage(cls, member, operation):
     if operation:
         return ""
+    if member.part or member.moved or member.below is not None:
+        return ", Storage::ByHand"  # the record of the class tells nothing of it
     text = f", Storage::{STORAGE['by hand' if member.by_hand else member.kind]}"
     if member.of_row:
         shown = f"&{cls.rows.name}Record::{member.field.name}" if member.field else "nullptr"

@@ -50,7 +50,7 @@ def let_signature(cls, prop, scope=""):
 def property_notes(prop):
     """What a client has to know of the field behind a property."""
     notes = []
-    field = prop.field
+    field = None if prop.moved else prop.field
     if prop.kind == "date":
         notes.append("Null where no date was entered; Null and what is no date store none.")
     if field and field.type == "Text":
@@ -65,13 +65,20 @@ def property_notes(prop):
     elif field and field.count:
         notes.append(f"{prop.args[0].name} runs from 0 to {field.count - 1}; outside, error 9 is raised "
                      "and nothing changes.")
-    if prop.kind == "converted":
+    if prop.kind == "converted" and prop.type == "Boolean":
+        notes.append("Stored as " + with_article(field.type) + ", -1 for true; any other than 0 is true.")
+    elif prop.kind == "converted" and "get" not in prop.by_hand:
         notes.append("Stored as " + with_article(field.type) + "; what does not fit raises error 6.")
+    if prop.kind == "account":
+        notes.append("Stored as the account's index, empty as 0; an ID that no account has raises "
+                     "0x80040205.")
+    if prop.below is not None:
+        notes.append(f"From release {prop.below:g} on it reads as blank and drops what is written.")
     if prop.kind == "address" and prop.args:
         notes.append(f"{prop.args[0].name} runs from 1 to 20; beyond, the nearest of them is meant.")
     if prop.kind == "address":
         notes.append(f"Below release {prop.release or 13.0:g} it reads as blank and drops what is written.")
-    if prop.kind == "dead":
+    if prop.kind == "dead" and prop.writable:
         notes.append("Stands for no stored value: what is written is dropped.")
     return notes
 
@@ -181,7 +188,7 @@ def operation_body(cls, operation):
     if operation.kind == "frame":
         passed = ", ".join(a.name for a in operation.args)
         return [f"{returned(operation)} {name}({parameters(operation.args)}) "
-                f"{{ return {part(cls)}.{operation.name}({passed}); }}", ""]
+                f"{{ return {part(cls)}.{operation.forwards_to}({passed}); }}", ""]
     if operation.kind == "gives":
         return [f"{returned(operation)} {name}({unnamed}) {{ return {str(operation.gives).lower()}; }}", ""]
     lines = [f"{returned(operation)} {name}({parameters(operation.args)}) {{"]
@@ -194,7 +201,8 @@ def operation_body(cls, operation):
 def property_bodies(cls, prop):
     if prop.kind == "by hand":
         return []
-    bodies = {"dead": dead_bodies, "frame": frame_bodies, "address": address_bodies}.get(prop.kind, field_bodies)
+    bodies = {"dead": dead_bodies, "frame": frame_bodies, "address": address_bodies,
+              "of file": file_bodies}.get(prop.kind, field_bodies)
     get, let = bodies(cls, prop)
     prop = unnamed_if(prop, prop.of_row and not prop.positions)
     scope = f"{cls.name}::"
@@ -227,11 +235,11 @@ def unnamed_if(prop, unnamed):
 
 
 def dead_value(prop):
-    """What a dead property reads; of a Variant also "Empty"."""
+    """What a dead property reads; of a Variant also "Empty" and "Null"."""
     if prop.dead is True:
         return BLANK[prop.type]
-    if prop.type == "Variant" and prop.dead == "Empty":
-        return "{}"
+    if prop.type == "Variant" and prop.dead in ("Empty", "Null"):
+        return "{}" if prop.dead == "Empty" else "Null"
     if isinstance(prop.dead, str):
         return f'{GIVEN[prop.type]}("{prop.dead}")'
     return f"{GIVEN[prop.type]}({prop.dead})"
@@ -256,31 +264,65 @@ def address_bodies(_, prop):
             Body(f"parts_->addresses.Set({place}, value{release}); "))
 
 
+def file_bodies(cls, prop):
+    indexes = ", ".join(a.name for a in prop.args)
+    told = prop.of_file if prop.of_file == "FileVersion" else f"File().{prop.of_file}"
+    return Body(f"{part(cls)}.{told}({indexes})"), Body("", uses=False)
+
+
 def shown_record(cls, prop):
     """The record with the property's field in it."""
+    if prop.part:
+        return f"parts_->{prop.part}.Record()"
     if not prop.of_row:
         return f"{part(cls)}.Record()"
-    return f"{part(cls)}.Row({prop.args[0].name})" if prop.positions else f"{part(cls)}.RowInHand()"
+    if not prop.positions:
+        return f"{part(cls)}.RowInHand()"
+    return f"{part(cls)}.{prop.rows.capitalize()}Row({prop.args[0].name})"
+
+
+def field_constant(record, field):
+    return f"{record.name}Record::{field.name}"
+
+
+def accesses(cls, prop, accessor, indexes):
+    """C++ that gets the stored value, and what stands before and behind the value where it is set."""
+    constant = field_constant(prop.record, prop.field)
+    if prop.moved:
+        moved_part, record, field, first_row = prop.moved
+        place = [constant, field_constant(record, field), str(first_row)]
+        return (f"parts_->{moved_part}.Get({', '.join([f'&Tovrin2Record::Get{accessor}'] + place + indexes)})",
+                f"parts_->{moved_part}.Set({', '.join([f'&Tovrin2Record::Set{accessor}'] + place)}, ",
+                "".join(f", {index}" for index in indexes) + ")")
+    record = shown_record(cls, prop)
+    return (f"{record}.Get{accessor}({', '.join([constant] + indexes)})",
+            f"{record}.Set{accessor}({constant}, ", "".join(f", {index}" for index in indexes) + ")")
 
 
 def field_bodies(cls, prop):
     field = prop.field
     accessor = ACCESSOR.get(field.type, field.type)
-    constant = f"{(cls.rows if prop.of_row else cls.record).name}Record::{field.name}"
     indexes = [] if prop.of_row else [a.name for a in prop.args]
-    record = shown_record(cls, prop)
     if prop.clamp:
         indexes = [f"Clamp({prop.args[0].name}, {prop.clamp[0]}, {prop.clamp[1]})"]
-    get = f"{record}.Get{accessor}({', '.join([constant] + indexes)})"
+    get, before, behind = accesses(cls, prop, accessor, indexes)
     value = "value"
     if prop.kind == "date":
         get, value = f"DateFromRecord({get})", "DateToRecord(value)"
     elif prop.kind == "converted":
         get, value = f"Variant({get}).To{prop.type}()", f"Variant(value).To{field.type}()"
+    elif prop.kind == "account":
+        accounts, source = f"parts_->{cls.frame.accounts}", f'"{cls.name}.{prop.name}"'
+        get = f"{accounts}.AccountID({get}, {source})"
+        value = f"{accounts}.AccountIndex(value, {source})"
     elif prop.type == "Date":
         get, value = f"larkmoor::Date({get})", "value.Serial()"
-    let = f"{record}.Set{accessor}({', '.join([constant, value] + indexes)}); "
-    return Body(get), Body(let)
+    let = f"{before}{value}{behind}; "
+    if prop.below is None:
+        return Body(get), Body(let)
+    older = f"{part(cls)}.FileVersion() < {prop.below}"
+    return (Body(f"{older} ? {get} : {GIVEN[prop.type]}{{}}"),
+            Body(f"if ({older}) {let}"))
 
 
 def umbrella_header(classes):

@@ -122,10 +122,10 @@ def load_records(paths, file_names, name_lists, problems):
     """All records of the dictionary by name, the ones over another's file completed from it."""
     sources = [Source(path, problems) for path in sorted(paths)]
     records = {}
-    for over in (False, True):
+    for stands_on_another in (False, True):
         for source in sources:
             head = source.tables.get("record", {})
-            if ("over" in head) == over:
+            if bool({"over", "like"} & head.keys()) == stands_on_another:
                 record = RecordReader(source, file_names, name_lists, records).read()
                 if record.name.lower() in (name.lower() for name in records):
                     source.complain("record", "name", f"there is a record {record.name} already")
@@ -145,13 +145,15 @@ class RecordReader:
     def read(self):
         source = self.source
         source.check_tables(("record", "fields", "keys"))
-        source.check_entries("record", ("name", "file", "doc", "length", "over", "row"))
+        source.check_entries("record", ("name", "file", "doc", "length", "over", "row", "like"))
         source.check_names_differ("fields")
         head = source.tables.get("record", {})
         record = Record(source, source.check_text("record", "name", head, "name"),
                         source.check_text("record", "doc", head, "doc"), head.get("file", ""))
         if "over" in head:
             self.read_base(record, head)
+        elif "like" in head:
+            return self.read_likeness(record, head["like"])
         elif record.file not in self.file_names:
             source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml has "
                             "their names")
@@ -177,6 +179,18 @@ class RecordReader:
                 self.source.complain("record", entry, f"{entry} is that of {record.base.name}")
         if "keys" in self.source.tables:
             self.source.complain("keys", None, f"the keys are those of {record.base.name}")
+
+    def read_likeness(self, record, name):
+        """A record with the fields and keys of another, in a file of its own."""
+        other = self.records.get(name)
+        if other is None:
+            self.source.complain("record", "like", f"unknown record \"{name}\"")
+            return record
+        if record.file not in self.file_names:
+            self.source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml "
+                                 "has their names")
+        record.fields, record.keys, record.lengths = other.fields, other.keys, other.lengths
+        return record
 
     def read_row_mark(self, record, head):
         mark = head.get("row")

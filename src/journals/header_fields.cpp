@@ -5,6 +5,10 @@
 
 namespace larkmoor {
 
+std::uint8_t DropShipByte(const Tovrin2Record& header) {
+  return static_cast<std::uint8_t>(header.GetInteger(JrnlHdrRecord::DropShip));
+}
+
 double KeyOfHeader(const Tovrin2Record& header) {
   return TransactionKey{header.GetByte(JrnlHdrRecord::Subindex1), 0,
                         LongToInteger(header.GetLong(JrnlHdrRecord::TrxNumberL)),

@@ -9,6 +9,17 @@ namespace larkmoor {
 
 // --- Operations ---
 
+Status JournalFrame::OpenFile() {
+  const Status status = OpenTransactions();
+  return status == StatusSuccess ? OpenAccounts() : status;
+}
+
+Status JournalFrame::OpenTransactions() {
+  const Status status = TransactionFrame::OpenTransactions();
+  if (status == StatusSuccess) Shared().gDataVersion = File().btDataVersion();
+  return status;
+}
+
 Status JournalFrame::GetEqual(std::int32_t nRecord) {
   File().KeyLong(nRecord, 0);
   const Status status =
@@ -29,6 +40,35 @@ Status JournalFrame::ReadNext() {
   const Status status = NextHeader();
   if (status != StatusSuccess) return status;
   return JournalID() == code_ ? LoadRows() : StatusEndOfFile;
+}
+
+Status JournalFrame::ReadFirstForParty(std::int32_t index) {
+  // The index is written over the upper half of the journal.
+  File().KeyLong(code_, 0);
+  File().KeyLong(index, 2);
+  File().KeyTerminated("", 6);
+  return LoadNextOfJournal(
+      ReadHeader(&TovrinFile::btGetGreaterOrEqual, HeaderKey::ByParty(Shared().gDataVersion)));
+}
+
+Status JournalFrame::ReadNextByParty() {
+  const Status status =
+      ReadHeader(&TovrinFile::btGetNext, HeaderKey::ByParty(Shared().gDataVersion));
+  if (status != StatusSuccess) return status;
+  return JournalID() == code_ ? LoadRows() : StatusEndOfFile;
+}
+
+// The key of newer data, whatever the release: older data has one of that number too.
+Status JournalFrame::GetForReference(std::string_view reference) {
+  constexpr std::int16_t ByReference = 4;
+  File().KeyTerminated(reference, 0);
+  return LoadNextOfJournal(ReadHeader(&TovrinFile::btGetEqual, ByReference));
+}
+
+/// Goes on from a search's status until a transaction of the journal is in hand.
+Status JournalFrame::LoadNextOfJournal(Status status) {
+  while (status == StatusSuccess && JournalID() != code_) status = NextHeader();
+  return status == StatusSuccess ? LoadRows() : status;
 }
 
 Status JournalFrame::IncrementBatchCount() { return IncrementBatchEntry(code_) ? -1 : 0; }

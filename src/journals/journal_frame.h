@@ -16,9 +16,18 @@ class JournalFrame : public TransactionFrame {
  public:
   // Operations. Those that read load the rows too.
 
+  Status OpenFile();
   Status GetEqual(std::int32_t nRecord);
   Status ReadFirst(std::int16_t period);
   Status ReadNext();
+  /// The first transaction of the journal at or after the party of that index. Skips other journals
+  /// and does not compare the index, so that it may be another party's.
+  Status ReadFirstForParty(std::int32_t index);
+  /// The next one. A transaction of another journal ends the walk.
+  Status ReadNextByParty();
+  /// The transaction of that reference. Where the reference found is another journal's the search
+  /// goes on, and may end at a later reference.
+  Status GetForReference(std::string_view reference);
   /// -1, or 0 where the counters' file does not open.
   Status IncrementBatchCount();
   /// Search by the whole reference, and read the header alone.
@@ -52,7 +61,13 @@ class JournalFrame : public TransactionFrame {
       : TransactionFrame(name, rows, behaviour), code_(code) {}
   ~JournalFrame() = default;
 
+  /// The first steps of `OpenFile`. Everyone goes by the release of the journals that were opened
+  /// last.
+  Status OpenTransactions();
+
  private:
+  Status LoadNextOfJournal(Status status);
+
   std::int16_t code_;
 };
 

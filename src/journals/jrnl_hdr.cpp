@@ -95,9 +95,7 @@ void JrnlHdr::Unknown1(std::int16_t Index, std::uint8_t) {
   if (Index == AuthStatusElement) CCAuthStatus(0);
 }
 
-std::uint8_t JrnlHdr::DropShip() {
-  return static_cast<std::uint8_t>(parts_->table.Record().GetInteger(JrnlHdrRecord::DropShip));
-}
+std::uint8_t JrnlHdr::DropShip() { return DropShipByte(parts_->table.Record()); }
 
 void JrnlHdr::DropShip(std::uint8_t value) {
   parts_->table.Record().SetBoolean(JrnlHdrRecord::DropShip, value != 0);

@@ -90,14 +90,6 @@ std::uint8_t JrnlRow::RecordByte(std::int32_t Index) {
   return parts_->table.File().RecordByte(Index);
 }
 
-std::string JrnlRow::AccountID() {
-  return parts_->accounts.AccountID(AccountIndex(), "JrnlRow.AccountID");
-}
-
-void JrnlRow::AccountID(std::string_view value) {
-  AccountIndex(parts_->accounts.AccountIndex(value, "JrnlRow.AccountID"));
-}
-
 std::string JrnlRow::CostID() {
   const std::int32_t index = parts_->table.Record().GetLong(JrnlRowRecord::CostIndex);
   if (index == 0) return {};

@@ -5,7 +5,7 @@ namespace larkmoor {
 Status RowFile::FindFirst(std::int32_t nRecord, std::int16_t keyNumber) {
   keyNumber_ = keyNumber;
   File().KeyLong(nRecord, 0);
-  if (keyNumber_ != 0) File().KeyWord(0, 4);
+  if (keyNumber_ == ByOrder) File().KeyWord(0, 4);
   return File().btGetGreaterOrEqual(keyNumber_);
 }
 
@@ -14,7 +14,7 @@ bool RowFile::BelongsTo(std::int32_t nRecord) {
 }
 
 void RowFile::DeleteRows(std::int32_t nRecord) {
-  Status status = FindFirst(nRecord, 0);
+  Status status = FindFirst(nRecord, ByTransaction);
   while (status == StatusSuccess && BelongsTo(nRecord) && File().btDelete() == StatusSuccess) {
     status = File().btGetNext(keyNumber_);
   }

@@ -18,10 +18,13 @@ struct RowStamp {
 
 class RowFile : public RecordFile {
  public:
+  static constexpr std::int16_t ByTransaction = 0;
+  static constexpr std::int16_t ByOrder = 1;
+
   explicit RowFile(std::string_view fileName) : RecordFile(JrnlRowRecord::Describe(), fileName) {}
 
-  /// Reads all rows of a transaction in the order of key 1, or of another key that begins with the
-  /// transaction's number, and hands over after each. Returns the status of the last read.
+  /// Reads all rows of a transaction along one of these keys and hands over after each. Returns the
+  /// status of the last read.
   template <typename Take>
   Status ReadRows(std::int32_t nRecord, std::int16_t keyNumber, Take take) {
     Status status = FindFirst(nRecord, keyNumber);

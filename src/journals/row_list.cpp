@@ -57,11 +57,19 @@ void RowList::CopyTo(std::int32_t index, Tovrin2Record& record) const {
               std::min(bytes.size(), ImageSize));
 }
 
+void RowList::StepAside(std::int16_t row, const Tovrin2Record& record) {
+  KeepRowInHand(record);
+  counts_.inHand = row;
+}
+
 void RowList::SetCount(std::int32_t rows) {
-  if (rows > counts_.capacity) {
-    Resize(rows);
-    counts_.capacity = rows;
-  }
+  const std::int32_t capacity = std::max(rows, counts_.capacity);
+  SetCountWithinCapacity(rows);
+  counts_.capacity = capacity;
+}
+
+void RowList::SetCountWithinCapacity(std::int32_t rows) {
+  if (rows > counts_.capacity) Resize(rows);
   counts_.loaded = rows;
 }
 

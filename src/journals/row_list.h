@@ -61,8 +61,14 @@ class RowList {
   /// As after writing the rows: none is in hand.
   void LetGo() { counts_.inHand = 0; }
 
+  /// Keeps the row in hand and takes `row`, which is below 1, for the one in hand.
+  void StepAside(std::int16_t row, const Tovrin2Record& record);
+
   /// Says how many rows there are, making room for them.
   void SetCount(std::int32_t rows);
+  /// The same, and counts what is beyond the capacity as room that is not there: the next row that
+  /// is named beyond it cuts the list there.
+  void SetCountWithinCapacity(std::int32_t rows);
 
   [[nodiscard]] const RowCounts& Counts() const { return counts_; }
 

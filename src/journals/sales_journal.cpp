@@ -1,7 +1,6 @@
 #include "connection/conversions.h"
 #include "connection/shared_routines.h"
 #include "journals/header_key.h"
-#include "journals/journal_finders.h"
 #include "journals/sales_journal_parts.h"
 #include "journals/sales_rep.h"
 
@@ -45,16 +44,6 @@ Status SalesJournal::ReadNext() {
   }
   if (status != StatusSuccess) return status;
   return JournalID() == parts_->walked ? journal.LoadRows() : StatusEndOfFile;
-}
-
-Status SalesJournal::ReadFirstForCustomer(std::int32_t Index) {
-  return ReadFirstForParty(parts_->journal, Index);
-}
-
-Status SalesJournal::ReadNextByCustomer() { return ReadNextByParty(parts_->journal); }
-
-Status SalesJournal::GetForInvoice(std::string_view Invoice) {
-  return GetForReference(parts_->journal, Invoice);
 }
 
 // --- Properties ---

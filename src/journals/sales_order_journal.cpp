@@ -1,6 +1,5 @@
 #include "connection/shared_routines.h"
-#include "connection/shared_state.h"
-#include "journals/journal_finders.h"
+#include "journals/order_quantity.h"
 #include "journals/sales_order_journal_parts.h"
 #include "journals/sales_rep.h"
 
@@ -16,11 +15,6 @@ std::uint8_t WithMaximumAppended(std::int16_t number) {
   return Variant(std::to_string(number) + "255").ToByte();
 }
 
-/// The field that holds what was ordered.
-const Field& QuantityField() {
-  return Shared().gDataVersion >= 19.0 ? JrnlRowRecord::Quantity : JrnlRowRecord::QuantityOrdered;
-}
-
 }  // namespace
 
 // --- Operations ---
@@ -29,24 +23,14 @@ Status SalesOrderJournal::CloseFile() {
   return parts_->journal.CloseFile({{parts_->employees, "Employee"}});
 }
 
-Status SalesOrderJournal::ReadFirstForCustomer(std::int32_t Index) {
-  return ReadFirstForParty(parts_->journal, Index);
-}
-
-Status SalesOrderJournal::ReadNextByCustomer() { return ReadNextByParty(parts_->journal); }
-
-Status SalesOrderJournal::GetForSalesOrder(std::string_view SalesOrder) {
-  return GetForReference(parts_->journal, SalesOrder);
-}
-
 // --- Properties ---
 
 double SalesOrderJournal::DetailQuantity(std::int16_t Index) {
-  return parts_->journal.Row(Index).GetDouble(QuantityField());
+  return parts_->journal.Row(Index).GetDouble(OrderedQuantity());
 }
 
 void SalesOrderJournal::DetailQuantity(std::int16_t Index, double value) {
-  parts_->journal.Row(Index).SetDouble(QuantityField(), value);
+  parts_->journal.Row(Index).SetDouble(OrderedQuantity(), value);
 }
 
 // The row that was in hand before is the one that answers.

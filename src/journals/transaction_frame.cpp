@@ -1,6 +1,5 @@
 #include "journals/transaction_frame.h"
 
-#include "connection/shared_state.h"
 #include "connection/status_messages.h"
 
 namespace larkmoor {
@@ -50,7 +49,6 @@ Status TransactionFrame::OpenTransactions() {
     headers_.Mark(false);
     rowFile_.Mark(false);
   }
-  Shared().gDataVersion = File().btDataVersion();
   Record().ClearBuffer();
   return status;
 }

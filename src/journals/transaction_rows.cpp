@@ -6,17 +6,8 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int16_t LoadingKey = 1;
-
 std::string NumberAndText(const Error& error) {
   return std::to_string(error.Number()) + " : " + error.Description();
-}
-
-std::string PositioningMessage(std::int16_t row, const RowCounts& counts, const Error& error) {
-  // The copy stops at its first byte.
-  return "Error in PositionOnDetail(" + std::to_string(row) +
-         "): NRowsDefined = " + std::to_string(counts.capacity) +
-         ", NDetail = " + std::to_string(counts.inHand) + ", j = 0\r\n" + NumberAndText(error);
 }
 
 }  // namespace
@@ -37,7 +28,7 @@ void TransactionRows::DeleteFromFile(std::int32_t nRecord) {
 
 Status ListedRows::Load(std::int32_t nRecord) {
   rows_.StartLoading();
-  const Status status = File().ReadRows(nRecord, LoadingKey, [&] {
+  const Status status = File().ReadRows(nRecord, RowFile::ByOrder, [&] {
     try {
       rows_.Load(File().Record());
     } catch (const Error& error) {
@@ -52,7 +43,7 @@ Tovrin2Record& ListedRows::Show(std::int16_t row) {
   try {
     rows_.ShowRow(row, File().Record());
   } catch (const Error& error) {
-    ShowMessageBox(PositioningMessage(row, rows_.Counts(), error));
+    ShowMessageBox(PositioningMessage("", row, rows_.Counts(), error));
   }
   return File().Record();
 }
@@ -63,6 +54,15 @@ void ListedRows::InsertAll(const RowStamp& stamp) {
     File().InsertStamped(stamp);
   }
   rows_.LetGo();
+}
+
+// The copy always stops at its first byte.
+std::string PositioningMessage(std::string_view list, std::int16_t row, const RowCounts& counts,
+                               const Error& error) {
+  const std::string name(list);
+  return "Error in PositionOnDetail" + name + "(" + std::to_string(row) + "): NRowsDefined" + name +
+         " = " + std::to_string(counts.capacity) + ", NDetail" + name + " = " +
+         std::to_string(counts.inHand) + ", j = 0\r\n" + NumberAndText(error);
 }
 
 // The pieces run into each other, as users have come to know them.

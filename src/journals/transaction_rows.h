@@ -65,6 +65,10 @@ class ListedRows final : public TransactionRows {
   RowList rows_;
 };
 
+/// What the message box shows where a row cannot be put into the record; `list` names the list of a
+/// transaction that has several.
+std::string PositioningMessage(std::string_view list, std::int16_t row, const RowCounts& counts,
+                               const Error& error);
 /// What the message box of `ListedRows::Load` shows.
 std::string LoadingMessage(std::int32_t nRecord, const RowCounts& counts, const Error& error);
 

@@ -3,6 +3,7 @@
 #include "connection/conversions.h"
 #include "engine/records/address.h"
 #include "engine/records/customer.h"
+#include "engine/records/vendor.h"
 #include "engine/runtime_error.h"
 #include "engine/store/driver.h"
 
@@ -38,11 +39,21 @@ bool IsAbsent(const AddressEntry& entry) {
 
 const AddressKind CustomerAddresses{CustomerRecord::CustomerID,
                                     CustomerRecord::Index,
+                                    nullptr,
                                     AddressRecord::CustomerRecordNumber,
                                     AddressRecord::VendorRecordNumber,
                                     2,
                                     "Bill To",
                                     "Ship to "};
+
+const AddressKind VendorAddresses{VendorRecord::VendorID,
+                                  VendorRecord::Index,
+                                  &VendorRecord::Name,
+                                  AddressRecord::VendorRecordNumber,
+                                  AddressRecord::CustomerRecordNumber,
+                                  1,
+                                  "Mail To",
+                                  "Remit to "};
 
 AddressBook::AddressBook(const AddressKind& kind, TableFrame& owner)
     : kind_(kind), owner_(owner), file_(AddressRecord::Describe(), "Address.dat") {}
@@ -103,7 +114,9 @@ void AddressBook::FillRecord(std::int16_t number, std::int32_t owner) {
                              : std::string(kind_.otherDescription) + std::to_string(number));
   record.SetLong(kind_.ownerNumber, owner);
   record.SetLong(kind_.otherNumber, 0);
-  record.SetText(AddressRecord::Name, entry.Name);
+  const bool takesName = number == 0 && entry.Name.empty() && kind_.ownerName != nullptr;
+  record.SetText(AddressRecord::Name,
+                 takesName ? owner_.Record().GetText(*kind_.ownerName) : entry.Name);
   record.SetText(AddressRecord::AddressLine1, entry.AddressLine1);
   record.SetText(AddressRecord::AddressLine2, entry.AddressLine2);
   record.SetText(AddressRecord::City, entry.City);
@@ -115,10 +128,14 @@ void AddressBook::FillRecord(std::int16_t number, std::int32_t owner) {
   record.SetLong(AddressRecord::LastUpdateCounter, entry.LastUpdateCounter);
 }
 
-void AddressBook::Forget() {
+void AddressBook::Unbind() {
   file_.Mark(false);
-  loadedID_.clear();
   isBound_ = false;
+}
+
+void AddressBook::Forget() {
+  Unbind();
+  loadedID_.clear();
 }
 
 void AddressBook::Close() {

@@ -33,6 +33,8 @@ struct AddressEntry {
 struct AddressKind {
   const Field& ownerID;
   const Field& ownerIndex;
+  const Field*
+      ownerName;  ///< stands for the name of a first address without one; null: nothing does
   const Field& ownerNumber;  ///< of the address, as is the next
   const Field& otherNumber;
   std::int16_t key;
@@ -41,6 +43,7 @@ struct AddressKind {
 };
 
 extern const AddressKind CustomerAddresses;
+extern const AddressKind VendorAddresses;
 
 /// Belongs to one table object and reads that object's record. Below release 13 there are no
 /// addresses: they read as blank and drop what is written.
@@ -71,7 +74,9 @@ class AddressBook {
   /// address file is let go of afterwards and not opened again before the object's next `OpenFile`,
   /// so that one object saves the addresses of one record.
   void Save();
-  /// Forgets which addresses are in memory, and the mark of the open file.
+  /// Forgets that the addresses in memory are to be saved, and the mark of the open file.
+  void Unbind();
+  /// The same, and forgets whose addresses are in memory.
   void Forget();
   /// Closes the address file. What is in memory stays, to be read and not to be saved.
   void Close();

@@ -91,16 +91,6 @@ Status Customer::Update() {
   return status;
 }
 
-std::int32_t Customer::FindByPercent() {
-  double percent = 0;
-  parts_->table.File().btFindPercentage(parts_->table.KeyNumber(), percent);
-  return Variant(percent).ToLong();
-}
-
-Status Customer::GetByPercent(double Percent) {
-  return parts_->table.File().btGetByPercentage(parts_->table.KeyNumber(), Percent);
-}
-
 // --- Properties ---
 
 // The customer's own name has no property of its own: it follows that of the bill-to address.

@@ -27,13 +27,20 @@ const std::string& ShipMethods::TextOf(std::int32_t number) {
   return texts_[static_cast<std::size_t>(number)];
 }
 
+bool ShipMethods::AreThere() {
+  LoadOnce();
+  return areThere_;
+}
+
 // A file that cannot be read means no methods, and is not tried again.
 void ShipMethods::LoadOnce() {
   if (areLoaded_) return;
   areLoaded_ = true;
+  areThere_ = false;
   texts_ = {};
   RecordFile general(DefaultShipMethodRecord::Describe(), TovrinFileNames::GeneralFile());
   if (general.Open() != StatusSuccess) return;
+  areThere_ = true;
   general.File().KeyWord(ShipMethodRow, 0);
   if (general.File().btGetEqual(0) == StatusSuccess) {
     for (int i = 1; i <= Last; ++i) {

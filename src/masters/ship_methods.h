@@ -17,6 +17,8 @@ class ShipMethods {
   /// The text of method `number`, counted from 1; of 0 it is empty. Outside 0 to 10 error 9 is
   /// raised.
   const std::string& TextOf(std::int32_t number);
+  /// Whether the company's methods could be read.
+  bool AreThere();
   /// Has the methods read anew when they are next asked for.
   void Forget() { areLoaded_ = false; }
 
@@ -25,6 +27,7 @@ class ShipMethods {
 
   std::array<std::string, Last + 1> texts_;
   bool areLoaded_ = false;
+  bool areThere_ = false;
 };
 
 }  // namespace larkmoor

@@ -1,5 +1,7 @@
 #include "tables/table_frame.h"
 
+#include <larkmoor/variant.h>
+
 namespace larkmoor {
 
 TableFrame::TableFrame(const RecordDescription& record, std::string_view fileName,
@@ -13,6 +15,22 @@ Status TableFrame::OpenFile() {
   Record().ClearBuffer();
   fileVersion_ = File().btDataVersion();
   return status;
+}
+
+void TableFrame::TakeBackOpen(bool wasOpen) {
+  file_.Close();
+  file_.Mark(wasOpen);
+}
+
+std::int32_t TableFrame::FindByPercent() {
+  double percent = 0;
+  File().btFindPercentage(keyNumber_, percent);
+  return Variant(percent).ToLong();
+}
+
+Status TableFrame::GetByPercent(double percent) {
+  ++moves_;
+  return File().btGetByPercentage(keyNumber_, percent);
 }
 
 Status TableFrame::CloseFile() {

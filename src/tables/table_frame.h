@@ -35,19 +35,29 @@ class TableFrame {
   Status CloseFile();
   Status Delete() { return file_.File().btDelete(); }
   /// Both use the key number of the last keyed read.
-  Status Insert() { return file_.File().btInsert(keyNumber_); }
+  Status Insert() {
+    ++moves_;
+    return file_.File().btInsert(keyNumber_);
+  }
   Status Update() { return file_.File().btUpdate(keyNumber_); }
   std::int32_t RecordCount() { return file_.File().btRecordCount(); }
   // Steps leave the key number as it was.
-  Status StepFirst() { return file_.File().btStepFirst(); }
-  Status StepLast() { return file_.File().btStepLast(); }
-  Status StepNext() { return file_.File().btStepNext(); }
-  Status StepPrevious() { return file_.File().btStepPrevious(); }
+  Status StepFirst() { return Step(&TovrinFile::btStepFirst); }
+  Status StepLast() { return Step(&TovrinFile::btStepLast); }
+  Status StepNext() { return Step(&TovrinFile::btStepNext); }
+  Status StepPrevious() { return Step(&TovrinFile::btStepPrevious); }
   /// A keyed read; the key writers have filled the key buffer of `File()`.
   Status Read(Status (TovrinFile::*read)(std::int16_t), std::int16_t keyNumber) {
     keyNumber_ = keyNumber;
+    ++moves_;
     return (file_.File().*read)(keyNumber);
   }
+  std::int32_t FindByPercent();
+  Status GetByPercent(double percent);
+
+  /// Closes the file of an `OpenFile` whose further files failed, with the open mark as it was
+  /// before.
+  void TakeBackOpen(bool wasOpen);
 
   [[nodiscard]] TovrinFile& File() { return file_.File(); }
   [[nodiscard]] Tovrin2Record& Record() { return file_.Record(); }
@@ -58,11 +68,20 @@ class TableFrame {
   [[nodiscard]] bool IsOpen() const { return file_.IsOpen(); }
   /// For a class whose finders choose the key by release, or whose `OpenFile` sets one.
   void SetKeyNumber(std::int16_t keyNumber) { keyNumber_ = keyNumber; }
+  /// Grows with every read, step and insert, whatever came of it: what a class keeps about the
+  /// record in hand holds as long as this is the same.
+  [[nodiscard]] std::uint64_t Moves() const { return moves_; }
 
  private:
+  Status Step(Status (TovrinFile::*step)()) {
+    ++moves_;
+    return (file_.File().*step)();
+  }
+
   RecordFile file_;
   FrameBehaviour behaviour_;
   std::int16_t keyNumber_ = 0;
+  std::uint64_t moves_ = 0;
   double fileVersion_ = 0;
 };
 

@@ -93,6 +93,9 @@ bool IsRepeating(const Member& member) {
   return IsStored(member) && !member.clamps && !RangesOf(member).empty();
 }
 
+/// Whether a class shows a transaction with its rows.
+bool ShowsRows(const Class& type) { return std::ranges::any_of(type.members, &Member::ofRow); }
+
 /// Whether a class stands for one row that its file always has, so that it is never inserted.
 bool HasOneRow(const Class& type) {
   return HasOperation(type, "Update") && !HasOperation(type, "Insert");
@@ -149,7 +152,9 @@ class MembersTest : public testing::TestWithParam<Subject> {
   Status Insert() {
     return DoOr("Insert", [](TovrinFile& file) { return file.btInsert(0); }).ToInteger();
   }
+  /// A transaction without rows answers as if it were not there: the file is asked instead.
   Status StepLast() {
+    if (ShowsRows(Type())) return object_.File()->btStepLast();
     return DoOr("StepLast", [](TovrinFile& file) { return file.btStepLast(); }).ToInteger();
   }
   Status ReadOneRow() { return HasOperation(Type(), "Read") ? Do("Read") : Do("StepFirst"); }
@@ -263,15 +268,18 @@ INSTANTIATE_TEST_SUITE_P(OldestRelease, StoredMembers, ClassesWith(test::IsStore
 
 bool IsOfRow(const Member& member) { return ShowsField(member) && member.ofRow; }
 
+/// Whether a class has one list of rows and finds a transaction by its number: payroll has two, and
+/// memorized transactions cannot be searched.
+bool ListsRows(const Class& type) {
+  return FindMember(type, "DetailAmount") != nullptr && FindMember(type, "GetEqual") != nullptr;
+}
+
 class RowMembers : public MembersTest {
  protected:
   static constexpr std::int16_t ShownRow = 1;
 
   /// Has a row in hand, as those properties want it that do not move to the row they are asked for.
-  static void TakeRowInHand(Object& object) {
-    const bool hasDetails = FindMember(Type(), "DetailAmount") != nullptr;
-    object.Get(hasDetails ? "DetailAmount" : "PayAmount", {ShownRow});
-  }
+  static void TakeRowInHand(Object& object) { object.Get("DetailAmount", {ShownRow}); }
 
   /// Writes a transaction in which nothing but this property is set.
   void WriteTransactionWith(const Element& element, std::int32_t number) {
@@ -314,8 +322,8 @@ TEST_P(RowMembers, AreReadAgainAndLieInTheirFieldOnFile) {
 }
 
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(RowMembers);
-INSTANTIATE_TEST_SUITE_P(NewestRelease, RowMembers, ClassesWith(IsOfRow, Newest), ClassName);
-INSTANTIATE_TEST_SUITE_P(OldestRelease, RowMembers, ClassesWith(IsOfRow, Oldest), ClassName);
+INSTANTIATE_TEST_SUITE_P(NewestRelease, RowMembers, ClassesThat(ListsRows, Newest), ClassName);
+INSTANTIATE_TEST_SUITE_P(OldestRelease, RowMembers, ClassesThat(ListsRows, Oldest), ClassName);
 
 // --- Several names of one field ---
 
@@ -546,13 +554,14 @@ class DeadMembers : public MembersTest {
     ExpectDefault(element);
     FillBytes();
     const RecordBytes before = Bytes();
-    element.Let(object_, OtherValue(member));
+    if (member.let != nullptr) element.Let(object_, OtherValue(member));
     EXPECT_TRUE(Bytes() == before) << element << " changes the record";
     ExpectDefault(element);
   }
 
  private:
   void ExpectDefault(const Element& element) {
+    if (element.member->get == nullptr) return;
     const Variant value = element.Get(object_);
     const Variant expected = DefaultOf(*element.member);
     EXPECT_EQ(value, expected) << element;

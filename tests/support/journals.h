@@ -31,17 +31,16 @@ struct HeaderSample {
   std::int32_t trxNumber = 0;
 };
 
-/// The two record files that all journals of a company share.
+/// The two record files that all journals of a company share, or two others of the same layout.
 class JournalFiles {
  public:
-  explicit JournalFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
+  explicit JournalFiles(const std::filesystem::path& folder,
+                        std::string_view headers = TovrinFileNames::JrnlHdrFile(),
+                        std::string_view rows = TovrinFileNames::JrnlRowFile())
+      : headers_(folder / headers), rows_(folder / rows) {}
 
-  [[nodiscard]] std::filesystem::path Headers() const {
-    return folder_ / TovrinFileNames::JrnlHdrFile();
-  }
-  [[nodiscard]] std::filesystem::path Rows() const {
-    return folder_ / TovrinFileNames::JrnlRowFile();
-  }
+  [[nodiscard]] const std::filesystem::path& Headers() const { return headers_; }
+  [[nodiscard]] const std::filesystem::path& Rows() const { return rows_; }
 
   /// Adds a header that is blank but for `header` and what `fill` puts into the record.
   template <typename Fill>
@@ -135,7 +134,8 @@ class JournalFiles {
  private:
   static constexpr std::int16_t KeyOfNumber = 1;
 
-  std::filesystem::path folder_;
+  std::filesystem::path headers_;
+  std::filesystem::path rows_;
 };
 
 }  // namespace larkmoor::test

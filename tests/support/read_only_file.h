@@ -15,6 +15,12 @@ void WhereOnlyThisIsReadOnly(const std::filesystem::path& path, Body&& body) {
   using std::filesystem::perms;
   constexpr perms WrittenByAll =
       perms::group_read | perms::group_write | perms::others_read | perms::others_write;
+  // Whoever may not write the folder cannot make a lock file there either.
+  for (const auto& file : std::filesystem::directory_iterator(path.parent_path())) {
+    if (file.path().extension() == ".dat") {
+      TovrinFile().btOpen(file.path().string(), TovrinFile::ReadOnlyMode);
+    }
+  }
   for (const auto& file : std::filesystem::directory_iterator(path.parent_path())) {
     std::filesystem::permissions(file, WrittenByAll, std::filesystem::perm_options::add);
   }

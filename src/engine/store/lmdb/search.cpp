@@ -8,6 +8,9 @@ KeptCursor::~KeptCursor() {
 
 Cursor::Cursor(KeptCursor& kept, const Reading& reading) : transaction_(reading.Transaction()) {
   if (reading.InBatch()) {
+    // The object moves on without the kept cursor; a dropped batch leaves the state that it stood
+    // in.
+    kept.stands_ = false;
     failure_ = mdb_cursor_open(reading.Transaction(), reading.Tree(), &cursor_);
     return;
   }
