@@ -1,70 +1,43 @@
 // What the library costs above the store it stands on: the same work through a public class and in
 // bare LMDB, side by side in one run.
 //
-//     build/release/bench/larkmoor_bench --benchmark_repetitions=5
+//     build/release/bench/larkmoor_bench --benchmark_filter=-Sales --benchmark_repetitions=5
 //     --benchmark_report_aggregates_only
 //
 // Compare the medians of a pair; the machine matters less then.
 
+#include <cstdint>
 #include <cstring>
-#include <filesystem>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 #include <lmdb.h>
-#include <stdlib.h>
 
 #include <larkmoor/larkmoor.h>
 
-namespace {
+#include "support.h"
 
-namespace fs = std::filesystem;
+namespace larkmoor::bench {
+namespace {
 
 constexpr std::int32_t Records = 100'000;
 constexpr std::size_t RecordSize = 468;  // as long as an address
 
-void Check(bool good, const char* what) {
-  if (!good) throw std::runtime_error(what);
-}
-
-/// A folder that goes away with the program.
-class Folder {
- public:
-  Folder() : path_((fs::temp_directory_path() / "larkmoor-bench-XXXXXX").string()) {
-    Check(mkdtemp(path_.data()) != nullptr, "temporary folder");
-  }
-  ~Folder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  [[nodiscard]] fs::path Path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
 /// A company with many addresses, made once.
 class FullCompany {
  public:
-  static const FullCompany& Instance() {
-    static const FullCompany company;
-    return company;
+  static void Connect() {
+    static const FullCompany full;
+    full.company_.Connect();
   }
 
  private:
   FullCompany() {
-    larkmoor::CreateCompany(folder_.Path() / "company");
-    larkmoor::Btrieve connection;
-    Check(connection.Connect((folder_.Path() / "company").string()) == larkmoor::StatusSuccess,
-          "connect");
-    larkmoor::BulkWrite bulk;
-    larkmoor::Address address;
+    company_.Connect();
+    BulkWrite bulk;
+    Address address;
     Check(address.OpenFile() == 0, "open");
     for (std::int32_t i = 0; i < Records; ++i) {
       address.AddressRecordNumber(0);
@@ -75,7 +48,7 @@ class FullCompany {
     Check(bulk.Commit() == 0, "commit");
   }
 
-  Folder folder_;
+  Company company_;
 };
 
 /// The same records in LMDB as a good programmer would keep them: one tree by number, one by key.
@@ -122,8 +95,8 @@ std::int32_t AnyNumber() {
 }
 
 void KeyedReadLarkmoor(benchmark::State& state) {
-  FullCompany::Instance();
-  larkmoor::Address address;
+  FullCompany::Connect();
+  Address address;
   Check(address.OpenFile() == 0, "open");
   for ([[maybe_unused]] auto _ : state) {
     const std::int32_t number = AnyNumber();
@@ -154,8 +127,8 @@ void KeyedReadBareLmdb(benchmark::State& state) {
 }
 
 void NextLarkmoor(benchmark::State& state) {
-  FullCompany::Instance();
-  larkmoor::Address address;
+  FullCompany::Connect();
+  Address address;
   Check(address.OpenFile() == 0, "open");
   Check(address.GetFirstForCustomer(0) == 0, "first");
   for ([[maybe_unused]] auto _ : state) {
@@ -164,8 +137,8 @@ void NextLarkmoor(benchmark::State& state) {
 }
 
 void StepLarkmoor(benchmark::State& state) {
-  FullCompany::Instance();
-  larkmoor::Address address;
+  FullCompany::Connect();
+  Address address;
   Check(address.OpenFile() == 0, "open");
   for ([[maybe_unused]] auto _ : state) {
     if (address.StepNext() != 0) Check(address.StepFirst() == 0, "first");
@@ -196,17 +169,17 @@ void StepBareLmdb(benchmark::State& state) {
 }
 
 void OpenAndClose(benchmark::State& state) {
-  FullCompany::Instance();
+  FullCompany::Connect();
   for ([[maybe_unused]] auto _ : state) {
-    larkmoor::Address address;
+    Address address;
     Check(address.OpenFile() == 0, "open");
     address.CloseFile();
   }
 }
 
 void OpenAndCloseWhileAnotherHasIt(benchmark::State& state) {
-  FullCompany::Instance();
-  larkmoor::Address other;
+  FullCompany::Connect();
+  Address other;
   Check(other.OpenFile() == 0, "open");
   OpenAndClose(state);
 }
@@ -220,3 +193,4 @@ BENCHMARK(OpenAndClose);
 BENCHMARK(OpenAndCloseWhileAnotherHasIt);
 
 }  // namespace
+}  // namespace larkmoor::bench

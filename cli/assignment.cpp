@@ -27,6 +27,7 @@ RowValues::RowValues(RowSource& rows, const std::vector<std::string>& assignment
   for (const std::string& assignment : assignments) {
     const Assignment parts = SplitAssignment(assignment);
     const Column column = rows.Shape().FindSettable(parts.name);
+    RequireOfRecord(column);
     values_.push_back({column, ConvertForColumn(column, parts.value)});
     for (const std::string& loss : LossesOf(parts.value, *column.property, recordLength)) {
       Report(column.Name() + ": " + loss);

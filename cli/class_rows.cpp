@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "failure.h"
+#include "row_mark.h"
 
 namespace larkmoor::cli {
 namespace {
@@ -40,10 +41,18 @@ bool ClassRows::Offers(std::string_view operation) const {
   return member != nullptr && member->isOperation && member->arguments.empty();
 }
 
+bool ClassRows::IsRow() const {
+  return BearsMark(*object_.Type().record, *object_.File()->RecordBuffer());
+}
+
 void ClassRows::StartRow() {
   // What a class keeps beside its record starts anew with an open only.
-  if (holdsMoreThanItsRecord_) return Open();
-  std::ranges::fill(*File().RecordBuffer(), std::byte{0});
+  if (holdsMoreThanItsRecord_) {
+    Open();
+  } else {
+    std::ranges::fill(*File().RecordBuffer(), std::byte{0});
+  }
+  GiveMark(*object_.Type().record, *File().RecordBuffer());
 }
 
 Variant ClassRows::Get(const Column& column) {

@@ -16,7 +16,7 @@ class ClassRows : public RowSource {
   [[nodiscard]] std::string_view Name() const override { return object_.Type().name; }
   [[nodiscard]] const RowShape& Shape() const override { return shape_; }
   TovrinFile& File() override { return *object_.File(); }
-  [[nodiscard]] bool IsRow() const override { return true; }
+  [[nodiscard]] bool IsRow() const override;
   void StartRow() override;
   Variant Get(const Column& column) override;
   void Set(const Column& column, const Variant& value) override;

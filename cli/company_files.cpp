@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include <larkmoor/connection/btrieve.h>
 #include <larkmoor/status.h>
 
 #include "engine/text.h"
@@ -28,6 +29,11 @@ std::vector<fs::path> DatFiles(const std::string& folder) {
 }
 
 }  // namespace
+
+void Connect(const std::string& folder) {
+  Btrieve connection;
+  Require(connection.Connect(folder).ToInteger(), folder.empty() ? "no folder" : folder);
+}
 
 fs::path FindRecordFile(const std::string& folder, const std::string& name) {
   for (const fs::path& file : DatFiles(folder)) {

@@ -7,6 +7,9 @@
 
 namespace larkmoor::cli {
 
+/// Connects to the company in `folder`. Raises a `Failure` with the status where it is none.
+void Connect(const std::string& folder);
+
 /// The record file of that name in any case of letters. Raises a `Failure` with status 12 where the
 /// folder has none.
 std::filesystem::path FindRecordFile(const std::string& folder, const std::string& name);

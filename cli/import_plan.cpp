@@ -91,6 +91,11 @@ class Planner {
 
 }  // namespace
 
+bool ImportPlan::HasDetails() const {
+  return std::ranges::any_of(
+      targets, [](const ImportTarget& target) { return target.column.property->ofDetail; });
+}
+
 ImportPlan PlanImport(const std::vector<std::string>& header, const std::vector<std::string>& maps,
                       const RowShape& shape) {
   Planner planner(header, shape);

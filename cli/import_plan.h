@@ -21,6 +21,9 @@ struct ImportPlan {
   /// Columns that are not taken over: without a property of their name, or with one that keeps
   /// nothing.
   std::vector<std::string> passedOver;
+
+  /// Whether a line holds a detail of its record.
+  [[nodiscard]] bool HasDetails() const;
 };
 
 /// Plans an import of a file with that header line. `maps` holds "COLUMN=PROPERTY" texts.

@@ -13,10 +13,10 @@ namespace larkmoor::cli {
 namespace {
 
 void AddCommands(CLI::App& app) {
-  for (const auto add :
-       {AddCreateCommand, AddClassesCommand, AddListCommand, AddGetCommand, AddSetCommand,
-        AddInsertCommand, AddDeleteCommand, AddImportCommand, AddExportCommand, AddStatCommand,
-        AddVerifyCommand, AddOwnerCommand, AddCompactCommand, AddSaveCommand, AddLoadCommand}) {
+  for (const auto add : {AddCreateCommand, AddClassesCommand, AddListCommand, AddGetCommand,
+                         AddSetCommand, AddInsertCommand, AddDeleteCommand, AddImportCommand,
+                         AddExportCommand, AddReportCommand, AddStatCommand, AddVerifyCommand,
+                         AddOwnerCommand, AddCompactCommand, AddSaveCommand, AddLoadCommand}) {
     add(app);
   }
   for (CLI::App* command : app.get_subcommands({})) command->group("Commands");

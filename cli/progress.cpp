@@ -21,8 +21,10 @@ std::string Advance(std::int64_t done, std::int64_t total) {
 
 }  // namespace
 
-Progress::Progress(std::string label)
-    : label_(std::move(label)), isTerminal_(isatty(STDERR_FILENO) == 1) {}
+Progress::Progress(std::string label, Output output)
+    : label_(std::move(label)),
+      isTerminal_(isatty(STDERR_FILENO) == 1 &&
+                  (output == Output::Waits || isatty(STDOUT_FILENO) == 0)) {}
 
 void Progress::Show(std::int64_t done, std::int64_t total) {
   if (!isTerminal_) return;

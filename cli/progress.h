@@ -9,12 +9,15 @@
 
 namespace larkmoor::cli {
 
+/// What happens to standard output while the work is under way.
+enum class Output { Waits, IsWritten };
+
 /// Redraws its line on standard error a few times a second, and wipes it at the end. Where standard
-/// error is no terminal it writes nothing.
+/// error is no terminal it writes nothing, nor where output would run into the line on one.
 class Progress {
  public:
   /// `label` says what is being done.
-  explicit Progress(std::string label);
+  explicit Progress(std::string label, Output output = Output::Waits);
   ~Progress() { Wipe(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;

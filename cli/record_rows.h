@@ -22,16 +22,13 @@ class RecordRows : public RowSource {
   [[nodiscard]] bool IsRow() const override;
   void StartRow() override;
   Variant Get(const Column& column) override;
-  /// Raises a `ValueError` for a value that would make the row one of another kind: its readers
-  /// would lose it.
+  /// A value that would make the row one of another kind is refused: its readers would lose it.
   void Set(const Column& column, const Variant& value) override;
   Status Insert() override { return file_.btInsert(0); }
   Status Update() override { return file_.btUpdate(0); }
   Status Delete() override { return file_.btDelete(); }
 
  private:
-  void SetRowMark();
-
   TovrinFile file_;
   Tovrin2Record record_;
   RowShape shape_;

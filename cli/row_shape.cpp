@@ -115,6 +115,8 @@ Property PropertyOf(const Member& member) {
           .readable = member.get != nullptr,
           .writable = member.let != nullptr,
           .keeps = member.storage != Storage::Dead,
+          .listed = member.get != nullptr && member.storage != Storage::Dead,
+          .ofDetail = member.ofRow,
           .indexCount = member.arguments.size(),
           .ranges = RangesOf(member),
           .field = member.field};
@@ -131,13 +133,33 @@ std::string Column::Name() const {
   return indexes.empty() ? name : name + ")";
 }
 
+bool AnyOfDetail(const std::vector<Column>& columns) {
+  return std::ranges::any_of(columns, [](const Column& c) { return c.property->ofDetail; });
+}
+
+void RequireOfRecord(const Column& column) {
+  if (!column.property->ofDetail) return;
+  throw UsageError(column.Name() +
+                   " is of the rows of a transaction, and here the transaction as "
+                   "a whole is meant; list, export and import go through its rows");
+}
+
 RowShape::RowShape(std::string_view owner, std::vector<Property> properties)
     : owner_(owner), properties_(std::move(properties)) {}
 
 std::vector<Column> RowShape::AllColumns() const {
   std::vector<Column> columns;
   for (const Property& property : properties_) {
-    if (property.readable && property.keeps) AddElements(property, columns);
+    if (property.listed) AddElements(property, columns);
+  }
+  return columns;
+}
+
+std::vector<Column> RowShape::RecordColumns() const {
+  std::vector<Column> columns;
+  for (const Property& property : properties_) {
+    if (property.ofDetail) continue;
+    if (property.listed || property.countsDetails) AddElements(property, columns);
   }
   return columns;
 }
@@ -198,6 +220,10 @@ std::vector<Column> RowShape::SelectColumns(std::string_view list) const {
     columns.insert(columns.end(), named.begin(), named.end());
   }
   return columns;
+}
+
+std::vector<Column> RowShape::SelectRecordColumns(std::string_view list) const {
+  return list.empty() ? RecordColumns() : SelectColumns(list);
 }
 
 std::vector<Property> PropertiesOf(const automation::Class& type) {

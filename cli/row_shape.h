@@ -26,6 +26,15 @@ struct Property {
   bool writable = true;
   /// Whether it keeps what is written. A dead property does not.
   bool keeps = true;
+  /// Whether it stands among all columns.
+  bool listed = true;
+  /// Set for a property of one detail: of one row of a transaction, whichever is in hand.
+  bool ofDetail = false;
+  /// Whether its member is told by an index which detail that is; otherwise it shows the one that
+  /// its object has in hand.
+  bool takesDetail = false;
+  /// Set for the property that tells how many details there are.
+  bool countsDetails = false;
   std::size_t indexCount = 0;
   /// One for each index; empty where the class alone knows them.
   std::vector<IndexRange> ranges = {};
@@ -46,6 +55,11 @@ struct Column {
   bool operator==(const Column&) const = default;
 };
 
+/// Whether any of the columns is of a detail.
+bool AnyOfDetail(const std::vector<Column>& columns);
+/// Raises a `UsageError` for a column of a detail, where only a record as a whole is asked for.
+void RequireOfRecord(const Column& column);
+
 /// All properties of a class or a record. Its columns are valid as long as it is.
 class RowShape {
  public:
@@ -54,8 +68,10 @@ class RowShape {
   RowShape(const RowShape&) = delete;
   RowShape& operator=(const RowShape&) = delete;
 
-  /// Every column that can be read and keeps something, in the order of the properties.
+  /// The columns of all listed properties, in their order.
   [[nodiscard]] std::vector<Column> AllColumns() const;
+  /// The same for a record as a whole, without its details, but with their number.
+  [[nodiscard]] std::vector<Column> RecordColumns() const;
   /// The column of that name in any case of letters. Raises a `UsageError` that tells why there is
   /// none.
   [[nodiscard]] Column FindColumn(std::string_view name) const;
@@ -64,6 +80,8 @@ class RowShape {
   /// The columns of a list "a,b(1),c"; a repeating property without an index stands for all its
   /// elements. An empty list stands for all columns.
   [[nodiscard]] std::vector<Column> SelectColumns(std::string_view list) const;
+  /// The same, but for an empty list, which stands for the columns of a record as a whole.
+  [[nodiscard]] std::vector<Column> SelectRecordColumns(std::string_view list) const;
 
  private:
   [[nodiscard]] const Property& FindProperty(std::string_view name) const;

@@ -1,11 +1,13 @@
 #include "row_source.h"
 
-#include <larkmoor/connection/btrieve.h>
 #include <larkmoor/status.h>
 
 #include "class_rows.h"
+#include "company_files.h"
 #include "engine/records/all_records.h"
 #include "failure.h"
+#include "journal_rows.h"
+#include "journal_shape.h"
 #include "record_rows.h"
 #include "text_tools.h"
 
@@ -15,6 +17,7 @@ namespace {
 /// A class opens its file for writing. On a medium that refuses it, the fields of its record can
 /// still be read.
 std::unique_ptr<RowSource> OpenClass(const automation::Class& type, Access access) {
+  if (IsJournal(type)) return std::make_unique<JournalRows>(type);
   try {
     return std::make_unique<ClassRows>(type);
   } catch (const Failure& failure) {
@@ -33,8 +36,7 @@ std::unique_ptr<RowSource> OpenRows(const std::string& folder, std::string_view 
   if (type == nullptr && record == nullptr) {
     throw UsageError("there is no class and no record description " + Quoted(name));
   }
-  Btrieve connection;
-  Require(connection.Connect(folder).ToInteger(), folder.empty() ? "no folder" : folder);
+  Connect(folder);
   if (type != nullptr) return OpenClass(*type, access);
   return std::make_unique<RecordRows>(*record, access);
 }

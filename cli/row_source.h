@@ -17,6 +17,9 @@
 namespace larkmoor::cli {
 
 /// An open file with one row in hand.
+///
+/// A row of a journal is a transaction, which has details: rows of its own, one of which is in hand
+/// too. A new row starts without any, and a row that was read shows the first.
 class RowSource {
  public:
   virtual ~RowSource() = default;
@@ -24,6 +27,8 @@ class RowSource {
   /// The name of the class or record.
   [[nodiscard]] virtual std::string_view Name() const = 0;
   [[nodiscard]] virtual const RowShape& Shape() const = 0;
+  /// What a row is called.
+  [[nodiscard]] virtual std::string_view Noun() const { return "record"; }
   /// The file, for reading along its keys and in physical order.
   virtual TovrinFile& File() = 0;
   /// Whether the record in hand is a row of this source; files may hold rows of several kinds.
@@ -31,8 +36,14 @@ class RowSource {
 
   /// Takes a blank row in hand, for an insert.
   virtual void StartRow() = 0;
+  /// Adds a blank detail to a new row and takes it in hand. Raises a `ValueError` where it cannot
+  /// have more of them.
+  virtual void StartDetail() {}
+  /// Takes the next detail in hand, or else says that there is none.
+  virtual bool NextDetail() { return false; }
+  /// Empty for a column of a detail where there is none.
   virtual Variant Get(const Column& column) = 0;
-  /// `value` is of the column's type.
+  /// `value` is of the column's type. Raises a `ValueError` for one that the row cannot have.
   virtual void Set(const Column& column, const Variant& value) = 0;
 
   virtual Status Insert() = 0;
@@ -45,8 +56,8 @@ enum class Access { Read, Write };
 
 /// Connects to the company in `folder` and opens the class, or else the record description, of that
 /// name in any case of letters. A class on a medium that can only be read is read by the fields of
-/// its record. Raises a `UsageError` where there is no such name, a `Failure` with the status where
-/// the company or the file does not open.
+/// its record, unless it is a journal. Raises a `UsageError` where there is no such name, a
+/// `Failure` with the status where the company or the file does not open.
 std::unique_ptr<RowSource> OpenRows(const std::string& folder, std::string_view name,
                                     Access access);
 

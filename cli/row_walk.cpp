@@ -63,6 +63,7 @@ Condition ParseCondition(const RowShape& shape, const std::string& assignment) {
   const Assignment parts = SplitAssignment(assignment);
   const Column column = shape.FindColumn(parts.name);
   if (!column.property->readable) throw UsageError(column.Name() + " cannot be read");
+  RequireOfRecord(column);
   return {column, TextOf(ConvertForColumn(column, parts.value))};
 }
 
@@ -85,6 +86,7 @@ void RowWalk::ChooseKey() {
 }
 
 bool RowWalk::Next() {
+  if (options_.eachDetail && started_ && rows_.NextDetail()) return true;
   while (Read()) {
     if (sought_ != nullptr && !Meets(*sought_)) return false;
     if (rows_.IsRow() &&

@@ -28,6 +28,8 @@ struct WalkOptions {
   /// Whether a key that holds a condition's column alone may find the rows at once. Off where the
   /// walk changes rows, since a change could move them along that key.
   bool mayUseKeys = true;
+  /// Whether a row that has details is taken once for each of them, the next one in hand each time.
+  bool eachDetail = false;
 };
 
 /// A walk over the rows of a source. Rows that are changed or deleted in its course leave its

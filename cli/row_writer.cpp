@@ -32,7 +32,7 @@ class CsvWriter : public RowWriter {
   std::ostream& out_;
 };
 
-ordered_json JsonOf(const Variant& value) {
+ordered_json JsonValue(const Variant& value) {
   switch (value.GetKind()) {
     case Variant::Kind::Empty:
     case Variant::Kind::Null:
@@ -57,20 +57,13 @@ ordered_json JsonOf(const Variant& value) {
   return value.ToText();
 }
 
-std::string JsonObject(const std::vector<Column>& columns, const std::vector<Variant>& row,
-                       int indent) {
-  ordered_json object = ordered_json::object();
-  for (std::size_t i = 0; i < row.size(); ++i) object[columns[i].Name()] = JsonOf(row[i]);
-  return object.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
-}
-
 /// An array with an object a line.
 class JsonWriter : public RowWriter {
  public:
   JsonWriter(std::ostream& out, const std::vector<Column>& columns)
       : out_(out), columns_(columns) {}
   void Write(const std::vector<Variant>& row) override {
-    out_ << (empty_ ? "[\n" : ",\n") << JsonObject(columns_, row, -1);
+    out_ << (empty_ ? "[\n" : ",\n") << JsonText(JsonOf(columns_, row));
     empty_ = false;
   }
   void Finish() override { out_ << (empty_ ? "[]\n" : "\n]\n"); }
@@ -90,11 +83,20 @@ std::unique_ptr<RowWriter> MakeRowWriter(const std::string& format, std::ostream
   return std::make_unique<TableWriter>(out, columns);
 }
 
+ordered_json JsonOf(const std::vector<Column>& columns, const std::vector<Variant>& row) {
+  ordered_json object = ordered_json::object();
+  for (std::size_t i = 0; i < row.size(); ++i) object[columns[i].Name()] = JsonValue(row[i]);
+  return object;
+}
+
+std::string JsonText(const ordered_json& json, int indent) {
+  return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
+}
+
 void WriteSingleRow(const std::string& format, std::ostream& out,
                     const std::vector<Column>& columns, const std::vector<Variant>& row) {
-  constexpr int JsonIndent = 2;
   if (format == "json") {
-    out << JsonObject(columns, row, JsonIndent) << '\n';
+    out << JsonText(JsonOf(columns, row), JsonIndent) << '\n';
     return;
   }
   for (std::size_t i = 0; i < row.size(); ++i) {

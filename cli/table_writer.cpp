@@ -15,6 +15,12 @@ std::string Padded(const std::string& cell, std::size_t width, bool atRight) {
   return atRight ? blanks + cell : cell + blanks;
 }
 
+std::vector<std::string> CellsOf(const std::vector<Variant>& row) {
+  std::vector<std::string> cells;
+  for (const Variant& value : row) cells.push_back(Printable(TextOf(value)));
+  return cells;
+}
+
 }  // namespace
 
 TableWriter::TableWriter(std::ostream& out, const std::vector<Column>& columns) : out_(out) {
@@ -25,12 +31,21 @@ TableWriter::TableWriter(std::ostream& out, const std::vector<Column>& columns) 
 }
 
 void TableWriter::Write(const std::vector<Variant>& row) {
-  std::vector<std::string> cells;
-  for (const Variant& value : row) cells.push_back(Printable(TextOf(value)));
+  std::vector<std::string> cells = CellsOf(row);
   if (started_) return WriteLine(cells);
   Measure(cells);
   held_.push_back(std::move(cells));
   if (held_.size() == RowsMeasured) WriteHeld();
+}
+
+void TableWriter::WriteTotals(const std::vector<Variant>& row) {
+  const std::vector<std::string> cells = CellsOf(row);
+  if (!started_) {
+    Measure(cells);
+    WriteHeld();
+  }
+  WriteRule();
+  WriteLine(cells);
 }
 
 void TableWriter::Finish() {
@@ -46,15 +61,17 @@ void TableWriter::Measure(const std::vector<std::string>& cells) {
 void TableWriter::WriteHeld() {
   started_ = true;
   std::vector<std::string> titles;
-  std::vector<std::string> rules;
-  for (const TableColumn& column : columns_) {
-    titles.push_back(column.title);
-    rules.emplace_back(column.width, '-');
-  }
+  for (const TableColumn& column : columns_) titles.push_back(column.title);
   WriteLine(titles);
-  WriteLine(rules);
+  WriteRule();
   for (const std::vector<std::string>& cells : held_) WriteLine(cells);
   held_.clear();
+}
+
+void TableWriter::WriteRule() {
+  std::vector<std::string> rules;
+  for (const TableColumn& column : columns_) rules.emplace_back(column.width, '-');
+  WriteLine(rules);
 }
 
 void TableWriter::WriteLine(const std::vector<std::string>& cells) {

@@ -15,6 +15,7 @@ class TableWriter : public RowWriter {
  public:
   TableWriter(std::ostream& out, const std::vector<Column>& columns);
   void Write(const std::vector<Variant>& row) override;
+  void WriteTotals(const std::vector<Variant>& row) override;
   void Finish() override;
 
  private:
@@ -26,6 +27,7 @@ class TableWriter : public RowWriter {
 
   void Measure(const std::vector<std::string>& cells);
   void WriteHeld();
+  void WriteRule();
   void WriteLine(const std::vector<std::string>& cells);
 
   std::ostream& out_;

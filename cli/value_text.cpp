@@ -9,6 +9,7 @@
 
 #include "engine/guid.h"
 #include "engine/text.h"
+#include "money.h"
 #include "text_tools.h"
 
 namespace larkmoor::cli {
@@ -104,6 +105,8 @@ std::string TextOf(const Variant& value) {
       return value.ToBoolean() ? "true" : "false";
     case Variant::Kind::Date:
       return TextOfDate(value.ToDate());
+    case Variant::Kind::Currency:
+      return MoneyText(value.ToCurrency());
     default:
       return value.ToText();
   }

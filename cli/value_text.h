@@ -1,8 +1,8 @@
 // Values as text, the same in every place of the command line: what `list` and `export` show is
 // what `import`, `insert`, `set` and `--where` take.
 //
-// Numbers are independent of the locale; truth values are "true" and "false"; dates are in ISO
-// form, and empty where there is none.
+// Numbers are independent of the locale, and money has its cents; truth values are "true" and
+// "false"; dates are in ISO form, and empty where there is none.
 #pragma once
 
 #include <stdexcept>

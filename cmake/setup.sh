@@ -5,10 +5,10 @@
 build_packages=(g++ cmake ninja-build python3 liblmdb-dev libcrypt-dev libcli11-dev
                 nlohmann-json3-dev)
 # What testing needs on top: the second compiler with its sanitizers (llvm puts names and lines
-# into their reports), the format check, the test and benchmark frameworks, another program's
-# opinion on sums, and the same program's library to measure beside ours.
+# into their reports), the format check, the test and benchmark frameworks, other programs' opinion
+# on sums, and the library of one of them to measure beside ours.
 test_packages=(clang libclang-rt-14-dev llvm clang-format clang-tidy libgtest-dev libbenchmark-dev
-               sqlite3 libsqlite3-dev)
+               sqlite3 libsqlite3-dev ledger)
 
 # Ends the script with a message on standard error.
 fail() {

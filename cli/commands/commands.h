@@ -12,11 +12,14 @@ namespace larkmoor::cli {
 CLI::Option* AddArgument(CLI::App& command, const std::string& name, std::string& value,
                          const std::string& help);
 
+/// Adds `--format`, as `MakeRowWriter` takes it.
+CLI::Option* AddTableFormatOption(CLI::App& command, std::string& format);
+
 // The company and the classes.
 void AddCreateCommand(CLI::App& app);
 void AddClassesCommand(CLI::App& app);
 
-// Rows of a class or a record description.
+// Rows of a class or a record description, and what they add up to.
 void AddListCommand(CLI::App& app);
 void AddGetCommand(CLI::App& app);
 void AddSetCommand(CLI::App& app);
@@ -24,6 +27,7 @@ void AddInsertCommand(CLI::App& app);
 void AddDeleteCommand(CLI::App& app);
 void AddImportCommand(CLI::App& app);
 void AddExportCommand(CLI::App& app);
+void AddReportCommand(CLI::App& app);
 
 // Record files.
 void AddStatCommand(CLI::App& app);

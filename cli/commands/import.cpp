@@ -10,6 +10,7 @@
 #include "commands/row_arguments.h"
 #include "csv.h"
 #include "failure.h"
+#include "import_entries.h"
 #include "import_plan.h"
 #include "progress.h"
 #include "streams.h"
@@ -54,20 +55,23 @@ class Import {
   void Run() {
     ReadHeader();
     BulkWrite bulk;
-    while (const std::optional<CsvRecord> record = reader_.Next()) {
+    EntryReader entries(reader_, plan_);
+    for (Lines lines = entries.Next(); !lines.empty(); lines = entries.Next()) {
       progress_.Show(file_.Done(), file_.Total());
-      Take(*record);
+      Take(lines);
     }
     progress_.Wipe();
     if (badLines_ > 0 && !arguments_.keepGoing) {
       throw Failure("nothing was imported: " + Counted(badLines_, "bad line"));
     }
     Require(bulk.Commit(), rows_.Name());
-    std::cout << Counted(imported_, "record") << " imported\n";
-    if (badLines_ > 0) throw Failure(Counted(badLines_, "bad line") + " left out");
+    std::cout << Counted(imported_, rows_.Noun()) << " imported\n";
+    if (badLines_ > 0) throw Failure(LeftOut());
   }
 
  private:
+  using Lines = std::vector<CsvRecord>;
+
   void ReadHeader() {
     const std::optional<CsvRecord> header = reader_.Next();
     if (!header) throw Failure(arguments_.file + " has no header line");
@@ -78,30 +82,75 @@ class Import {
     }
   }
 
-  void Take(const CsvRecord& record) {
-    try {
-      RequireWellFormed(record);
-      FillRow(record);
-      InsertRow(record);
+  /// Takes the lines of one record. Where one is bad, none of them is imported.
+  void Take(const Lines& lines) {
+    const std::int64_t badBefore = badLines_;
+    const auto isGood = [&] { return badLines_ == badBefore; };
+    TryEach(lines, [&](const CsvRecord& line) { RequireWellFormed(line); });
+    if (isGood()) {
+      rows_.StartRow();
+      TryEach(lines, [&](const CsvRecord& line) { FillFrom(line, lines.front()); });
+    }
+    if (isGood()) TryEach({lines.front()}, [&](const CsvRecord& line) { InsertRow(line); });
+    if (isGood()) {
       ++imported_;
-    } catch (const BadLine& bad) {
-      ++badLines_;
-      ReportLine(record, bad.what());
+    } else {
+      goodLinesLeftOut_ += std::ssize(lines) - (badLines_ - badBefore);
     }
   }
 
-  void RequireWellFormed(const CsvRecord& record) const {
-    if (!record.problem.empty()) throw BadLine(record.problem);
-    if (record.fields.size() == plan_.fieldCount) return;
-    throw BadLine(Counted(static_cast<std::int64_t>(record.fields.size()), "field") +
-                  " where the header has " + std::to_string(plan_.fieldCount));
+  /// Reports each line that `work` finds bad.
+  template <typename Work>
+  void TryEach(const Lines& lines, Work work) {
+    for (const CsvRecord& line : lines) {
+      try {
+        work(line);
+      } catch (const BadLine& bad) {
+        ++badLines_;
+        ReportLine(line, bad.what());
+      }
+    }
   }
 
-  void FillRow(const CsvRecord& record) {
-    rows_.StartRow();
+  void RequireWellFormed(const CsvRecord& line) const {
+    const std::string problem = ProblemOf(line, plan_);
+    if (!problem.empty()) throw BadLine(problem);
+  }
+
+  /// The first line of a record tells of it as a whole, and each line of one detail.
+  void FillFrom(const CsvRecord& line, const CsvRecord& first) {
+    if (&line == &first) {
+      SetColumns(line, false);
+    } else {
+      RequireAgreement(line, first);
+    }
+    if (!HoldsDetail(line)) return;
+    try {
+      rows_.StartDetail();
+    } catch (const ValueError& error) {
+      throw BadLine(error.what());
+    }
+    SetColumns(line, true);
+  }
+
+  void RequireAgreement(const CsvRecord& line, const CsvRecord& first) const {
+    const std::string column = DisagreementOf(first, line, plan_);
+    if (column.empty()) return;
+    throw BadLine("column " + column + ": differs from line " + std::to_string(first.line) +
+                  " of the same " + std::string(rows_.Noun()));
+  }
+
+  bool HoldsDetail(const CsvRecord& line) const {
+    return std::ranges::any_of(plan_.targets, [&](const ImportTarget& target) {
+      return target.column.property->ofDetail && !line.fields[target.field].empty();
+    });
+  }
+
+  void SetColumns(const CsvRecord& line, bool ofDetail) {
     for (const ImportTarget& target : plan_.targets) {
+      if (target.column.property->ofDetail != ofDetail) continue;
       try {
-        SetColumn(record, target);
+        SetColumn(line, target);
       } catch (const ValueError& error) {
         throw BadLine(InColumn(target) + error.what());
       } catch (const Error& error) {
@@ -112,6 +161,7 @@ class Import {
 
   void SetColumn(const CsvRecord& record, const ImportTarget& target) {
     const std::string& text = record.fields[target.field];
+    if (text.empty()) return;  // as the blank row has it
     const Property& property = *target.column.property;
     rows_.Set(target.column, ValueFromText(text, property.type));
     for (const std::string& loss : LossesOf(text, property, rows_.File().RecordBuffer()->size())) {
@@ -125,6 +175,15 @@ class Import {
     if (IsFaultOfRecord(status)) throw BadLine(StatusTitle(status));
     Require(status,
             "nothing was imported: " + arguments_.file + ": line " + std::to_string(record.line));
+  }
+
+  [[nodiscard]] std::string LeftOut() const {
+    const std::string bad = Counted(badLines_, "bad line") + " left out";
+    if (goodLinesLeftOut_ == 0) return bad;
+    return bad + ", and with them " + Counted(goodLinesLeftOut_, "line") +
+           " that may belong to the "
+           "same " +
+           std::string(rows_.Noun()) + "s";
   }
 
   static std::string InColumn(const ImportTarget& target) {
@@ -144,6 +203,7 @@ class Import {
   ImportPlan plan_;
   std::int64_t imported_ = 0;
   std::int64_t badLines_ = 0;
+  std::int64_t goodLinesLeftOut_ = 0;
 };
 
 }  // namespace
@@ -163,8 +223,20 @@ void AddImportCommand(CLI::App& app) {
       "Where a line is bad nothing is imported; with --keep-going the good ones are, and the exit\n"
       "code is 1 all the same. With --map, columns that belong to no property are passed over.\n\n"
       "Dates are in ISO form, truth values true and false, an element of a repeating property is\n"
-      "the column Name(1). Text is cut at the width of its field, and what Windows-1252 lacks\n"
-      "becomes \"?\": both are reported with line and column.");
+      "the column Name(1). An empty field sets nothing. Text is cut at the width of its field, "
+      "and\n"
+      "what Windows-1252 lacks becomes \"?\": both are reported with line and column.\n\n"
+      "Of a journal a line is one row of a transaction, in columns such as DetailAmount, and "
+      "bears\n"
+      "the columns of the transaction too. Neighbouring lines make one transaction where they "
+      "have\n"
+      "the same NRecord, or else agree in all columns of the transaction; a line without any "
+      "value\n"
+      "of a row adds none. A transaction without NRecord gets MaxNRecord + 1, one without "
+      "TrxNumberL\n"
+      "MaxTrxNumberL(Period) + 1, and so on from there. A transaction with a bad line is left out "
+      "as\n"
+      "a whole.");
   command->callback([arguments] {
     const std::unique_ptr<RowSource> rows = arguments->rows.Open(Access::Write);
     Import(*arguments, *rows).Run();

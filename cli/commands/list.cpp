@@ -18,8 +18,10 @@ struct Arguments {
 
 void List(const Arguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Read);
-  const std::vector<Column> columns = rows->Shape().SelectColumns(arguments.fields);
-  RowWalk walk(*rows, {.key = arguments.key, .conditions = arguments.rows.Conditions(*rows)});
+  const std::vector<Column> columns = rows->Shape().SelectRecordColumns(arguments.fields);
+  RowWalk walk(*rows, {.key = arguments.key,
+                       .conditions = arguments.rows.Conditions(*rows),
+                       .eachDetail = AnyOfDetail(columns)});
   const auto writer = MakeRowWriter(arguments.format, std::cout, columns);
   for (std::int64_t count = 0; count < arguments.limit && walk.Next(); ++count) {
     writer->Write(ValuesOf(*rows, columns));
@@ -45,10 +47,11 @@ void AddListCommand(CLI::App& app) {
   command->add_option("--limit", arguments->limit, "At most so many rows")
       ->type_name("NUMBER")
       ->check(CLI::NonNegativeNumber.description(""));
-  command->add_option("--format", arguments->format, "table, csv or json")
-      ->type_name("FORMAT")
-      ->capture_default_str()
-      ->check(CLI::IsMember({"table", "csv", "json"}).description(""));
+  AddTableFormatOption(*command, arguments->format);
+  command->footer(
+      "Of a journal the rows shown are transactions, NDistributions telling how many rows each "
+      "has;\n"
+      "with a column such as DetailAmount among the --fields they are the rows of transactions.");
   command->callback([arguments] { List(*arguments); });
 }
 

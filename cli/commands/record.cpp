@@ -1,4 +1,5 @@
 // get, set, insert and delete of one record.
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -26,12 +27,13 @@ struct ChangeArguments {
 };
 
 [[noreturn]] void RaiseNoMatch(const RowSource& rows) {
-  throw Failure("no record of " + std::string(rows.Name()) + " matches");
+  throw Failure("no " + std::string(rows.Noun()) + " of " + std::string(rows.Name()) + " matches");
 }
 
 void Get(const GetArguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Read);
-  const std::vector<Column> columns = rows->Shape().SelectColumns(arguments.fields);
+  const std::vector<Column> columns = rows->Shape().SelectRecordColumns(arguments.fields);
+  std::ranges::for_each(columns, RequireOfRecord);
   RowWalk walk(*rows, {.conditions = arguments.rows.Conditions(*rows)});
   if (!walk.Next()) RaiseNoMatch(*rows);
   WriteSingleRow(arguments.format, std::cout, columns, ValuesOf(*rows, columns));
@@ -42,7 +44,7 @@ void RequireSingleMatch(RowSource& rows, const std::vector<Condition>& condition
   RowWalk walk(rows, {.conditions = conditions});
   if (!walk.Next()) RaiseNoMatch(rows);
   if (!walk.Next()) return;
-  throw Failure("several records of " + std::string(rows.Name()) +
+  throw Failure("several " + std::string(rows.Noun()) + "s of " + std::string(rows.Name()) +
                 " match; say --all to change them all");
 }
 
@@ -82,22 +84,30 @@ void Set(const ChangeArguments& arguments) {
     values.SetIn(*rows);
     return rows->Update();
   });
-  std::cout << Counted(count, "record") << " changed\n";
+  std::cout << Counted(count, rows->Noun()) << " changed\n";
+}
+
+/// A record with details does not fit into a list of values.
+void RequireNoDetails(const RowSource& rows) {
+  if (!AnyOfDetail(rows.Shape().AllColumns())) return;
+  throw UsageError("a " + std::string(rows.Noun()) + " of " + std::string(rows.Name()) +
+                   " has rows: import it from a file");
 }
 
 void Insert(const ChangeArguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
+  RequireNoDetails(*rows);
   const RowValues values(*rows, arguments.values);
   rows->StartRow();
   values.SetIn(*rows);
   Require(rows->Insert(), rows->Name());
-  std::cout << "1 record inserted\n";
+  std::cout << Counted(1, rows->Noun()) << " inserted\n";
 }
 
 void Delete(const ChangeArguments& arguments) {
   const std::unique_ptr<RowSource> rows = arguments.rows.Open(Access::Write);
   const std::int64_t count = ChangeRecords(arguments, *rows, [&] { return rows->Delete(); });
-  std::cout << Counted(count, "record") << " deleted\n";
+  std::cout << Counted(count, rows->Noun()) << " deleted\n";
 }
 
 CLI::Option* AddValues(CLI::App& command, ChangeArguments& arguments) {
@@ -120,6 +130,8 @@ void AddGetCommand(CLI::App& app) {
       ->type_name("FORMAT")
       ->capture_default_str()
       ->check(CLI::IsMember({"text", "json"}).description(""));
+  command->footer(
+      "Of a journal it shows a transaction, and NDistributions tells how many rows it has.");
   command->callback([arguments] { Get(*arguments); });
 }
 
@@ -130,6 +142,7 @@ void AddSetCommand(CLI::App& app) {
   AddWhereOption(*command, arguments->rows)->required();
   AddValues(*command, *arguments)->required();
   command->add_flag("--all", arguments->all, "Change all that match; either all are or none is");
+  command->footer("Of a journal it changes the transaction as a whole, and leaves its rows.");
   command->callback([arguments] { Set(*arguments); });
 }
 
@@ -138,6 +151,7 @@ void AddInsertCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("insert", "Add a record");
   AddRowArguments(*command, arguments->rows);
   AddValues(*command, *arguments);
+  command->footer("Transactions have rows and are added by import.");
   command->callback([arguments] { Insert(*arguments); });
 }
 
@@ -147,6 +161,7 @@ void AddDeleteCommand(CLI::App& app) {
   AddRowArguments(*command, arguments->rows);
   AddWhereOption(*command, arguments->rows)->required();
   command->add_flag("--all", arguments->all, "Delete all that match; either all are or none is");
+  command->footer("A transaction of a journal goes with its rows.");
   command->callback([arguments] { Delete(*arguments); });
 }
 

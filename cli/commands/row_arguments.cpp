@@ -14,9 +14,9 @@ std::vector<Condition> RowArguments::Conditions(const RowSource& rows) const {
   return conditions;
 }
 
-void AddRowArguments(CLI::App& command, RowArguments& arguments) {
+CLI::Option* AddRowArguments(CLI::App& command, RowArguments& arguments) {
   AddArgument(command, "FOLDER", arguments.folder, "The company's folder");
-  AddArgument(command, "CLASS", arguments.name, "A public class, or a record description");
+  return AddArgument(command, "CLASS", arguments.name, "A public class, or a record description");
 }
 
 CLI::Option* AddWhereOption(CLI::App& command, RowArguments& arguments) {

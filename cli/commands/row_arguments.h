@@ -21,8 +21,8 @@ struct RowArguments {
   [[nodiscard]] std::vector<Condition> Conditions(const RowSource& rows) const;
 };
 
-/// Adds FOLDER and CLASS.
-void AddRowArguments(CLI::App& command, RowArguments& arguments);
+/// Adds FOLDER and CLASS, and gives the latter.
+CLI::Option* AddRowArguments(CLI::App& command, RowArguments& arguments);
 /// Adds `--where`, once for each condition.
 CLI::Option* AddWhereOption(CLI::App& command, RowArguments& arguments);
 

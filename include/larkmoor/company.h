@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+#include <larkmoor/date.h>
+
 namespace larkmoor {
 
 /// What a new company starts with.
@@ -13,14 +15,19 @@ struct CompanyOptions {
   double Release = 19.0;
   /// Name of the company, UTF-8; empty for none.
   std::string Name = {};
+  /// First day of the fiscal year, whose twelve periods are a month each; left at 0, the first of
+  /// January of the current year.
+  Date FiscalYearStart = Date(0);
 };
 
 /// Makes a company in `folder`, which is created where it is missing: "VERSION.TXT", every record
-/// file with the keys of that release, the company record and the rows of the general file.
+/// file with the keys of that release, the company record, and the settings with a fiscal calendar,
+/// terms, aging classes, ship methods, price levels and the next numbers of papers to start with.
 ///
-/// Raises an `Error` where the folder holds a company already, where the release is out of range,
-/// or where a file cannot be made (its `BtrieveStatus()` tells why). Nothing that was in the
-/// folder is overwritten, and what was made of a company that failed is taken away again.
+/// Raises an `Error` where the folder holds a company already, where the release is out of range or
+/// the first day no date, or where a file cannot be made (its `BtrieveStatus()` tells why). Nothing
+/// that was in the folder is overwritten, and what was made of a company that failed is taken away
+/// again.
 void CreateCompany(const std::filesystem::path& folder, const CompanyOptions& options = {});
 
 }  // namespace larkmoor

@@ -10,6 +10,7 @@
 #include <larkmoor/error.h>
 #include <larkmoor/status.h>
 
+#include "connection/first_settings.h"
 #include "connection/status_messages.h"
 #include "engine/path.h"
 #include "engine/records/all_records.h"
@@ -130,12 +131,11 @@ void InsertRow(const fs::path& folder, const RecordDescription& description, Fil
   Check(file.btClose(), path);
 }
 
-/// The rows of the general file, by their type word. Classes read and update them, and insert none.
-void InsertGeneralRows(const fs::path& folder) {
-  constexpr std::int16_t RowTypes[] = {1, 2, 3, 4, 5, 7, 8};
-  for (const std::int16_t type : RowTypes) {
-    InsertRow(folder, GeneralRowRecord::Describe(), [type](Tovrin2Record& record) {
-      record.SetInteger(GeneralRowRecord::RowType, type);
+void InsertSettings(const fs::path& folder, const CompanyOptions& options) {
+  for (const FirstSettings& row : AllFirstSettings()) {
+    InsertRow(folder, row.describe(), [&](Tovrin2Record& record) {
+      record.SetInteger(GeneralRowRecord::RowType, row.describe().rowMark->value);
+      row.fill(record, options);
     });
   }
 }
@@ -159,6 +159,9 @@ void CreateCompany(const fs::path& folder, const CompanyOptions& options) {
   if (!(options.Release >= FirstRelease && options.Release <= LastRelease)) {
     throw Error(InvalidCall, "Larkmoor", "The release of a company is a number from 8.0 to 19.0");
   }
+  if (!options.FiscalYearStart.IsValid()) {
+    throw Error(InvalidCall, "Larkmoor", "A fiscal year begins in the years 100 to 9999");
+  }
   if (folder.empty()) Fail(folder, "the folder has no name", StatusInvalidFileName);
   Made made;
   MakeFolder(folder, made);
@@ -168,7 +171,7 @@ void CreateCompany(const fs::path& folder, const CompanyOptions& options) {
   InsertRow(folder, CompanyRecord::Describe(), [&](Tovrin2Record& record) {
     record.SetText(CompanyRecord::CompanyName, options.Name);
   });
-  InsertGeneralRows(folder);
+  InsertSettings(folder, options);
   InsertPayrollFields(folder, options.Release);
   Check(batch->Commit(), folder);
   MakeVersionFile(folder / "VERSION.TXT", options.Release, made);

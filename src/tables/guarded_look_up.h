@@ -32,6 +32,8 @@ class GuardedLookUp : public MasterLookUp {
                              const LookUpError& error);
 
   [[nodiscard]] bool IsDenied() const { return isDenied_; }
+  /// Has the file tried again.
+  void ForgetDenial() { isDenied_ = false; }
   /// Forgets the refusal and that the file is open, for the class's `OpenFile`.
   void Reset();
 

@@ -5,6 +5,7 @@
 #include "engine/records/cost.h"
 #include "engine/records/customer.h"
 #include "engine/records/employee.h"
+#include "engine/records/job_data.h"
 #include "engine/records/line_item.h"
 #include "engine/records/phase.h"
 #include "engine/records/vendor.h"
@@ -21,6 +22,8 @@ const MasterTable EmployeeTable{EmployeeRecord::Describe, "Employee.dat",
                                 EmployeeRecord::EmployeeID, EmployeeRecord::Index, 4};
 const MasterTable ItemTable{LineItemRecord::Describe, "LineItem.dat", LineItemRecord::ItemID,
                             LineItemRecord::Index, 2};
+const MasterTable JobTable{JobDataRecord::Describe, "Project.dat", JobDataRecord::JobID,
+                           JobDataRecord::Index, 1};
 const MasterTable PhaseTable{PhaseRecord::Describe, "Phase.dat", PhaseRecord::PhaseID,
                              PhaseRecord::Index, 1};
 const MasterTable VendorTable{VendorRecord::Describe, "Vendor.dat", VendorRecord::VendorID,

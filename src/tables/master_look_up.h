@@ -29,6 +29,7 @@ extern const MasterTable CostTable;
 extern const MasterTable CustomerTable;
 extern const MasterTable EmployeeTable;
 extern const MasterTable ItemTable;
+extern const MasterTable JobTable;
 extern const MasterTable PhaseTable;
 extern const MasterTable VendorTable;
 

@@ -34,18 +34,18 @@ TEST(ExportCommand, OfAllColumnsIsImportedUnchanged) {
 
 TEST(ExportCommand, OfARecordDescriptionIsImportedUnchanged) {
   const CommandCompany company;
-  ASSERT_EQ(company
-                .Run("set", {"GeneralData", "--where", "RowType=4", "CalendarYear=2024",
-                             "PeriodEndDate(55)=2024-12-31", "BatchFlag(3)=255",
-                             "HasPurgedTrx(1)=true", "JrnlNeedsPrint(12)=a;b"})
-                .exitCode,
-            0);
-  const std::string exported = company.Output("export", {"GeneralData"});
-  EXPECT_TRUE(Contains(exported, ",PeriodEndDate(55),"));
-  ASSERT_EQ(company.Run("delete", {"GeneralData", "--where", "RowType=4"}).exitCode, 0);
-  EXPECT_EQ(company.Output("import", {"GeneralData", company.Write("in.csv", exported)}),
+  ASSERT_EQ(
+      company
+          .Run("set", {"DefaultW2Data", "--where", "RowType=5", "FUTA_ER=2024", "Box12Code(40)=D",
+                       "FederalFields(3)=255", "CustomFieldEnabled(1)=true", "W2Text=a;b"})
+          .exitCode,
+      0);
+  const std::string exported = company.Output("export", {"DefaultW2Data"});
+  EXPECT_TRUE(Contains(exported, ",Box12Code(40),"));
+  ASSERT_EQ(company.Run("delete", {"DefaultW2Data", "--where", "RowType=5"}).exitCode, 0);
+  EXPECT_EQ(company.Output("import", {"DefaultW2Data", company.Write("in.csv", exported)}),
             "1 record imported\n");
-  EXPECT_EQ(company.Output("export", {"GeneralData"}), exported);
+  EXPECT_EQ(company.Output("export", {"DefaultW2Data"}), exported);
 }
 
 TEST(ExportCommand, WalksAlongAKey) {

@@ -197,16 +197,16 @@ TEST_F(ImportCommand, AFileThatRefusesAllWritesEndsAtTheFirstLine) {
 }
 
 TEST_F(ImportCommand, RowsOfARecordDescriptionBearTheMarkOfTheirKind) {
-  ASSERT_EQ(company_.Run("delete", {"GeneralData", "--where", "RowType=4"}).exitCode, 0);
-  const std::string good = company_.Write("row.csv", "CalendarYear\n2024\n");
-  EXPECT_EQ(company_.Output("import", {"GeneralData", good}), "1 record imported\n");
-  EXPECT_EQ(company_.Output("list",
-                            {"GeneralData", "--fields", "RowType,CalendarYear", "--format", "csv"}),
-            "RowType,CalendarYear\n4,2024\n");
-  const std::string bad = company_.Write("row.csv", "RowType\n5\n");
-  const ProgramResult result = company_.Run("import", {"GeneralData", bad});
+  ASSERT_EQ(company_.Run("delete", {"DefaultW2Data", "--where", "RowType=5"}).exitCode, 0);
+  const std::string good = company_.Write("row.csv", "FUTA_ER\n2024\n");
+  EXPECT_EQ(company_.Output("import", {"DefaultW2Data", good}), "1 record imported\n");
+  EXPECT_EQ(
+      company_.Output("list", {"DefaultW2Data", "--fields", "RowType,FUTA_ER", "--format", "csv"}),
+      "RowType,FUTA_ER\n5,2024\n");
+  const std::string bad = company_.Write("row.csv", "RowType\n4\n");
+  const ProgramResult result = company_.Run("import", {"DefaultW2Data", bad});
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_TRUE(Contains(result.err, "line 2: column RowType: a row of GeneralData bears the mark"))
+  EXPECT_TRUE(Contains(result.err, "line 2: column RowType: a row of DefaultW2Data bears the mark"))
       << result.err;
 }
 
