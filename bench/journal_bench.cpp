@@ -1,12 +1,14 @@
-// What the sales journal costs above the store it stands on, and beside another: the same sales
-// through the library, in bare LMDB and in SQLite, side by side in one run.
+// What journals cost above the store they stand on, and beside another: the same transactions
+// through the library, in bare LMDB and in SQLite, side by side in one run. See
+// docs/performance.md.
 //
-//     build/release/bench/larkmoor_bench --benchmark_filter=Sales --benchmark_repetitions=5
-//     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only
+//     build/release/bench/larkmoor_bench --benchmark_filter='Sales|Purchases|Paychecks'
+//     --benchmark_repetitions=5 --benchmark_enable_random_interleaving=true
+//     --benchmark_report_aggregates_only
 //
-// Compare the medians of a group; the machine matters less then. A walk reads all sales once. The
-// stores that are read or loaded lie in memory, some four gigabytes in all; those that are written
-// to sale by sale lie on the disk of TMPDIR and take two.
+// Compare the medians of a group; the machine matters less then. A walk reads all transactions
+// once. The stores that are read or loaded lie in memory, a third of a gigabyte for each journal;
+// those that are written to one by one lie on the disk of TMPDIR and take as much.
 
 #include <algorithm>
 #include <chrono>
@@ -23,31 +25,29 @@
 
 #include <benchmark/benchmark.h>
 
-#include "larkmoor_sales.h"
-#include "lmdb_sales.h"
-#include "sales.h"
-#include "sqlite_sales.h"
+#include "larkmoor_journal.h"
+#include "lmdb_journal.h"
+#include "sqlite_journal.h"
 #include "support.h"
+#include "transactions.h"
 
 namespace larkmoor::bench {
 namespace {
 
-constexpr std::int32_t SalesOnFile = 100'000;
-constexpr std::int32_t SalesInCommit = 1000;
+constexpr std::int32_t OnFile = 20'000;
+constexpr std::int32_t InCommit = 1000;
 constexpr std::int32_t SingleInserts = 1000;
-constexpr std::int32_t Commits = 20;
 
-/// A store with the first sales on file; new ones take the numbers behind.
-template <typename Store>
+/// A store with the first transactions on file; new ones take the numbers behind.
+template <typename Store, typename Book>
 struct FilledStore {
   FilledStore(const std::filesystem::path& place, std::int32_t onFile) : store(place) {
-    constexpr std::int32_t Step = 5000;
-    while (next <= onFile) store.Load(NewSales(Step));
+    while (next <= onFile) store.Load(New(InCommit));
   }
 
-  std::vector<Sale> NewSales(std::int32_t count) {
+  std::vector<Transaction> New(std::int32_t count) {
     next += count;
-    return SalesFrom(next - count, count);
+    return TransactionsFrom<Book>(next - count, count);
   }
 
   Store store;
@@ -55,51 +55,56 @@ struct FilledStore {
 };
 
 /// For reads only.
-template <typename Store>
+template <typename Store, typename Book>
 Store& StoreInMemory() {
-  static FilledStore<Store> filled(InMemory(), SalesOnFile);
+  static FilledStore<Store, Book> filled(InMemory(), OnFile);
   return filled.store;
 }
 
+template <typename Book>
 const Totals& AllTotals() {
-  static const Totals totals = TotalsOf(SalesFrom(1, SalesOnFile));
+  static const Totals totals = TotalsOf(TransactionsFrom<Book>(1, OnFile));
   return totals;
 }
 
-/// All invoice numbers, shuffled, the same way for every store.
-const std::vector<std::string>& Invoices() {
-  static const std::vector<std::string> invoices = [] {
-    std::vector<std::string> all;
-    for (const Sale& sale : SalesFrom(1, SalesOnFile)) all.push_back(sale.invoice);
+/// What leads to each transaction, shuffled, the same way for every store.
+template <typename Book>
+const std::vector<Wanted>& AllWanted() {
+  static const std::vector<Wanted> wanted = [] {
+    std::vector<Wanted> all;
+    for (const Transaction& each : TransactionsFrom<Book>(1, OnFile)) {
+      all.push_back({each.number, Book::FoundByReference ? each.reference : ""});
+    }
     std::shuffle(all.begin(), all.end(), std::minstd_rand(7));
     return all;
   }();
-  return invoices;
+  return wanted;
 }
 
-template <typename Store>
-void SalesWalk(benchmark::State& state) {
-  Store& store = StoreInMemory<Store>();
-  const Totals& expected = AllTotals();
+template <template <typename> typename Store, typename Book>
+void Walk(benchmark::State& state) {
+  Store<Book>& store = StoreInMemory<Store<Book>, Book>();
+  const Totals& expected = AllTotals<Book>();
   for ([[maybe_unused]] auto _ : state) Check(store.Walk() == expected, "walk");
-  state.SetItemsProcessed(state.iterations() * SalesOnFile);
+  state.SetItemsProcessed(state.iterations() * OnFile);
 }
 
-void SalesWalkInOneQuery(benchmark::State& state) {
-  SqliteSales& store = StoreInMemory<SqliteSales>();
-  const Totals& expected = AllTotals();
+template <typename Book>
+void WalkInOneQuery(benchmark::State& state) {
+  auto& store = StoreInMemory<SqliteJournal<Book>, Book>();
+  const Totals& expected = AllTotals<Book>();
   for ([[maybe_unused]] auto _ : state) Check(store.WalkInOneQuery() == expected, "walk");
-  state.SetItemsProcessed(state.iterations() * SalesOnFile);
+  state.SetItemsProcessed(state.iterations() * OnFile);
 }
 
-template <typename Store>
-void SalesFindInvoice(benchmark::State& state) {
-  Store& store = StoreInMemory<Store>();
-  const std::vector<std::string>& invoices = Invoices();
+template <template <typename> typename Store, typename Book>
+void Find(benchmark::State& state) {
+  Store<Book>& store = StoreInMemory<Store<Book>, Book>();
+  const std::vector<Wanted>& wanted = AllWanted<Book>();
   std::size_t next = 0;
   for ([[maybe_unused]] auto _ : state) {
-    const Totals found = store.Find(invoices[next++ % invoices.size()]);
-    Check(found.sales == 1 && found.rows == 5, "invoice");
+    const Totals found = store.Find(wanted[next++ % wanted.size()]);
+    Check(found.transactions == 1 && found.rows == 5, "find");
   }
 }
 
@@ -107,14 +112,14 @@ void SalesFindInvoice(benchmark::State& state) {
 /// never as busy in one second as in the next.
 class Turns {
  public:
-  void Add(std::string name, std::function<void(const Sale&)> work) {
+  void Add(std::string name, std::function<void(const Transaction&)> work) {
     stores_.push_back({std::move(name), std::move(work), {}});
   }
   /// Each time another store comes first.
-  void Take(const Sale& sale) {
+  void Take(const Transaction& transaction) {
     for (Store& store : stores_) {
       const auto start = std::chrono::steady_clock::now();
-      store.work(sale);
+      store.work(transaction);
       const std::chrono::duration<double, std::micro> took =
           std::chrono::steady_clock::now() - start;
       store.times.push_back(took.count());
@@ -132,39 +137,40 @@ class Turns {
  private:
   struct Store {
     std::string name;
-    std::function<void(const Sale&)> work;
+    std::function<void(const Transaction&)> work;
     std::vector<double> times;
   };
 
   std::vector<Store> stores_;
 };
 
-/// Each sale is safe on the disk before the next one. In microseconds.
-void SalesInsert(benchmark::State& state) {
-  static FilledStore<LarkmoorSales> larkmoor(OnDisk(), SalesOnFile);
-  static FilledStore<LmdbSales> plain(OnDisk(), SalesOnFile);
-  static FilledStore<PackedLmdbSales> packed(OnDisk(), SalesOnFile);
+/// Each transaction is safe on the disk before the next one. In microseconds.
+template <typename Book>
+void Insert(benchmark::State& state) {
+  static FilledStore<LarkmoorJournal<Book>, Book> larkmoor(OnDisk(), OnFile);
+  static FilledStore<LmdbJournal<Book>, Book> plain(OnDisk(), OnFile);
+  static FilledStore<PackedLmdbJournal<Book>, Book> packed(OnDisk(), OnFile);
   Turns turns;
-  turns.Add("larkmoor_us", [](const Sale& sale) { larkmoor.store.Insert(sale); });
-  turns.Add("lmdb_us", [](const Sale& sale) { plain.store.Insert(sale); });
-  turns.Add("packed_lmdb_us", [](const Sale& sale) { packed.store.Insert(sale); });
-  const std::vector<Sale> sales = larkmoor.NewSales(SingleInserts);
-  auto sale = sales.begin();
-  for ([[maybe_unused]] auto _ : state) turns.Take(*sale++);
+  turns.Add("larkmoor_us", [](const Transaction& each) { larkmoor.store.Insert(each); });
+  turns.Add("lmdb_us", [](const Transaction& each) { plain.store.Insert(each); });
+  turns.Add("packed_lmdb_us", [](const Transaction& each) { packed.store.Insert(each); });
+  const std::vector<Transaction> transactions = larkmoor.New(SingleInserts);
+  auto transaction = transactions.begin();
+  for ([[maybe_unused]] auto _ : state) turns.Take(*transaction++);
   turns.Report(state);
 }
 
-/// A new store is loaded, a thousand sales in a commit; the next repetition goes on behind them.
-template <typename Store>
-void SalesBulkInsert(benchmark::State& state) {
-  static FilledStore<Store> filled(InMemory(), 0);
-  const std::vector<Sale> sales = filled.NewSales(Commits * SalesInCommit);
-  std::span<const Sale> left = sales;
+/// A new store is loaded, a thousand transactions in a commit.
+template <template <typename> typename Store, typename Book>
+void BulkInsert(benchmark::State& state) {
+  FilledStore<Store<Book>, Book> filled(InMemory(), 0);
+  const std::vector<Transaction> transactions = filled.New(OnFile);
+  std::span<const Transaction> left = transactions;
   for ([[maybe_unused]] auto _ : state) {
-    filled.store.Load(left.first(SalesInCommit));
-    left = left.subspan(SalesInCommit);
+    filled.store.Load(left.first(InCommit));
+    left = left.subspan(InCommit);
   }
-  state.SetItemsProcessed(state.iterations() * SalesInCommit);
+  state.SetItemsProcessed(state.iterations() * InCommit);
 }
 
 /// Memory of the process in kB: what is resident, and the part of it that is no file's.
@@ -186,8 +192,9 @@ struct Memory {
 
 /// What a walk adds to the memory of the process. The first one may bring pages of the files into
 /// its map, which are the system's to take back; the second finds them there.
-void SalesWalkMemory(benchmark::State& state) {
-  LarkmoorSales& store = StoreInMemory<LarkmoorSales>();
+template <typename Book>
+void WalkMemory(benchmark::State& state) {
+  auto& store = StoreInMemory<LarkmoorJournal<Book>, Book>();
   for ([[maybe_unused]] auto _ : state) {
     const Memory before = Memory::Now();
     store.Walk();
@@ -201,27 +208,38 @@ void SalesWalkMemory(benchmark::State& state) {
   }
 }
 
-BENCHMARK_TEMPLATE(SalesWalk, LarkmoorSales)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(SalesWalk, LmdbSales)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(SalesWalk, PackedLmdbSales)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(SalesWalk, SqliteSales)->Unit(benchmark::kMillisecond);
-BENCHMARK(SalesWalkInOneQuery)->Unit(benchmark::kMillisecond);
-BENCHMARK(SalesWalkMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+/// As many in every store, so that all grow alike.
+void Load(benchmark::internal::Benchmark* bench) {
+  bench->Iterations(OnFile / InCommit)->Unit(benchmark::kMillisecond);
+}
 
-BENCHMARK_TEMPLATE(SalesFindInvoice, LarkmoorSales);
-BENCHMARK_TEMPLATE(SalesFindInvoice, LmdbSales);
-BENCHMARK_TEMPLATE(SalesFindInvoice, PackedLmdbSales);
-BENCHMARK_TEMPLATE(SalesFindInvoice, SqliteSales);
+void InMilliseconds(benchmark::internal::Benchmark* bench) { bench->Unit(benchmark::kMillisecond); }
 
-// As many in every store, so that all grow alike.
-BENCHMARK(SalesInsert)->Iterations(SingleInserts)->UseRealTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK_TEMPLATE(SalesBulkInsert, LarkmoorSales)
-    ->Iterations(Commits)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(SalesBulkInsert, LmdbSales)->Iterations(Commits)->Unit(benchmark::kMillisecond);
-BENCHMARK_TEMPLATE(SalesBulkInsert, PackedLmdbSales)
-    ->Iterations(Commits)
-    ->Unit(benchmark::kMillisecond);
+// The same for each journal.
+#define BENCH_JOURNAL(Book)                                                   \
+  BENCHMARK_TEMPLATE(Walk, LarkmoorJournal, Book)->Apply(InMilliseconds);     \
+  BENCHMARK_TEMPLATE(Walk, LmdbJournal, Book)->Apply(InMilliseconds);         \
+  BENCHMARK_TEMPLATE(Walk, PackedLmdbJournal, Book)->Apply(InMilliseconds);   \
+  BENCHMARK_TEMPLATE(Walk, SqliteJournal, Book)->Apply(InMilliseconds);       \
+  BENCHMARK_TEMPLATE(WalkInOneQuery, Book)->Apply(InMilliseconds);            \
+  BENCHMARK_TEMPLATE(WalkMemory, Book)->Apply(InMilliseconds)->Iterations(1); \
+  BENCHMARK_TEMPLATE(Find, LarkmoorJournal, Book);                            \
+  BENCHMARK_TEMPLATE(Find, LmdbJournal, Book);                                \
+  BENCHMARK_TEMPLATE(Find, PackedLmdbJournal, Book);                          \
+  BENCHMARK_TEMPLATE(Find, SqliteJournal, Book);                              \
+  BENCHMARK_TEMPLATE(Insert, Book)                                            \
+      ->Iterations(SingleInserts)                                             \
+      ->UseRealTime()                                                         \
+      ->Unit(benchmark::kMicrosecond);                                        \
+  BENCHMARK_TEMPLATE(BulkInsert, LarkmoorJournal, Book)->Apply(Load);         \
+  BENCHMARK_TEMPLATE(BulkInsert, LmdbJournal, Book)->Apply(Load);             \
+  BENCHMARK_TEMPLATE(BulkInsert, PackedLmdbJournal, Book)->Apply(Load)
+
+BENCH_JOURNAL(Sales);
+BENCH_JOURNAL(Purchases);
+BENCH_JOURNAL(Paychecks);
+
+#undef BENCH_JOURNAL
 
 }  // namespace
 }  // namespace larkmoor::bench

@@ -8,7 +8,6 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int32_t Overflow = 6;
 /// From this release on alarms know employees and accounts.
 constexpr double KnowsEmployeesAndAccounts = 11.0;
 
@@ -140,7 +139,7 @@ void Alarm::Key(double value) {
 // A stored number with its top bit set does not survive the two conversions of old.
 std::int16_t Alarm::TrxNumber() {
   const std::int16_t number = parts_->table.Record().GetInteger(AlarmRecord::TrxNumber);
-  if (number < 0) RaiseRuntimeError(Overflow);
+  if (number < 0) RaiseRuntimeError(errors::Overflow);
   return number;
 }
 

@@ -11,6 +11,8 @@ const char* TextOf(std::int32_t number) {
       return "Invalid procedure call or argument";
     case errors::Overflow:
       return "Overflow";
+    case errors::OutOfMemory:
+      return "Out of memory";
     case errors::SubscriptOutOfRange:
       return "Subscript out of range";
     case errors::TypeMismatch:

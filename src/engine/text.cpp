@@ -82,6 +82,12 @@ void AppendUtf8(char32_t character, std::string& utf8) {
   }
 }
 
+bool IsAscii(std::string_view bytes) {
+  unsigned char all = 0;
+  for (const char byte : bytes) all |= static_cast<unsigned char>(byte);
+  return all < 0x80;
+}
+
 char LowerAscii(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
@@ -96,6 +102,8 @@ std::string ToWindows1252(std::string_view utf8) {
 }
 
 std::string FromWindows1252(std::string_view bytes) {
+  // Most texts are ASCII, and are the same in both.
+  if (IsAscii(bytes)) return std::string(bytes);
   std::string utf8;
   utf8.reserve(bytes.size());
   for (const char byte : bytes) AppendUtf8(CharacterOf(static_cast<unsigned char>(byte)), utf8);

@@ -16,8 +16,6 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "records are little-endian");
 
-constexpr std::int32_t SubscriptOutOfRange = 9;
-constexpr std::int32_t Overflow = 6;
 constexpr double EmptyDate = 2.0;
 
 bool Within(int index, std::uint16_t count) {
@@ -27,7 +25,7 @@ bool Within(int index, std::uint16_t count) {
 /// Where an element starts in the record.
 std::size_t PlaceOf(const Field& field, int index, int index2) {
   if (!Within(index, field.count) || !Within(index2, field.count2)) {
-    RaiseRuntimeError(SubscriptOutOfRange);
+    RaiseRuntimeError(errors::SubscriptOutOfRange);
   }
   const auto element = static_cast<std::size_t>(index) * std::max<std::size_t>(field.count2, 1) +
                        static_cast<std::size_t>(index2);
@@ -130,7 +128,8 @@ void Tovrin2Record::SetCurrency(const Field& field, Currency value, int index, i
 void Tovrin2Record::SetDate(const Field& field, double value, int index, int index2) {
   if (field.type != FieldType::Day) return Store(field, value, index, index2);
   const double day = std::trunc(value);
-  if (!(std::abs(day) <= std::numeric_limits<std::int32_t>::max())) RaiseRuntimeError(Overflow);
+  if (!(std::abs(day) <= std::numeric_limits<std::int32_t>::max()))
+    RaiseRuntimeError(errors::Overflow);
   Store(field, static_cast<std::int32_t>(day), index, index2);
 }
 

@@ -14,7 +14,6 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int32_t OutOfStackSpace = 28;
 /// The element of `Unknown1` that is the authorisation status.
 constexpr std::int16_t AuthStatusElement = 3;
 
@@ -130,7 +129,7 @@ void JrnlHdr::SalesRepID(std::string_view value) {
     OpenSalesReps(parts_->employees);
   } catch (const Error&) {
     // Clearing the property wants the same file, which cannot be opened, and so on without end.
-    RaiseRuntimeError(OutOfStackSpace);
+    RaiseRuntimeError(errors::OutOfStackSpace);
   }
   const std::int32_t index =
       value.empty() ? 0

@@ -7,22 +7,23 @@
 #include "engine/runtime_error.h"
 
 namespace larkmoor {
-namespace {
-
-constexpr std::int32_t OutOfMemory = 7;
-constexpr std::int32_t SubscriptOutOfRange = 9;
-
-}  // namespace
-
 void RowList::Clear() {
   images_.assign(1, Image{});
+  blankFrom_ = 0;
   counts_ = {};
 }
 
 void RowList::StartLoading() {
   counts_.StartLoading();
-  images_.clear();
   Resize(counts_.capacity);
+}
+
+void RowList::EndLoading() {
+  const auto rows = static_cast<std::size_t>(counts_.loaded);
+  const std::size_t end = std::min(blankFrom_, images_.size());
+  for (std::size_t i = rows; i < end; ++i) images_[i] = {};
+  blankFrom_ = rows;
+  counts_.inHand = -1;
 }
 
 void RowList::Load(const Tovrin2Record& record) {
@@ -39,16 +40,17 @@ void RowList::ShowRow(std::int16_t row, Tovrin2Record& record) {
     counts_.GrowTo(row);
   }
   KeepRowInHand(record);
-  if (row < 1) RaiseRuntimeError(SubscriptOutOfRange);
+  if (row < 1) RaiseRuntimeError(errors::SubscriptOutOfRange);
   CopyTo(row - 1, record);
   counts_.inHand = row;
 }
 
 void RowList::KeepRowInHand(const Tovrin2Record& record) {
   if (counts_.inHand <= 0) return;
+  const auto row = static_cast<std::size_t>(counts_.inHand);
   const RecordBytes& bytes = record.Bytes();
-  std::memcpy(images_[static_cast<std::size_t>(counts_.inHand - 1)].data(), bytes.data(),
-              std::min(bytes.size(), ImageSize));
+  std::memcpy(images_[row - 1].data(), bytes.data(), std::min(bytes.size(), ImageSize));
+  blankFrom_ = std::max(blankFrom_, row);
 }
 
 void RowList::CopyTo(std::int32_t index, Tovrin2Record& record) const {
@@ -76,7 +78,7 @@ void RowList::SetCountWithinCapacity(std::int32_t rows) {
 void RowList::Resize(std::int32_t last) try {
   images_.resize(static_cast<std::size_t>(last) + 1);
 } catch (const std::bad_alloc&) {
-  RaiseRuntimeError(OutOfMemory);
+  RaiseRuntimeError(errors::OutOfMemory);
 }
 
 }  // namespace larkmoor

@@ -48,8 +48,9 @@ class RowList {
   void StartLoading();
   /// Adds the row that the record holds.
   void Load(const Tovrin2Record& record);
-  /// No row is in hand: the record holds what the last read left.
-  void EndLoading() { counts_.inHand = -1; }
+  /// The elements behind the rows are blank. No row is in hand: the record holds what the last read
+  /// left.
+  void EndLoading();
 
   /// Shows a row in the record, after keeping the one that it showed. Raises error 9 for a row
   /// below 1, with all as it was.
@@ -78,6 +79,8 @@ class RowList {
   void Resize(std::int32_t last);
 
   std::vector<Image> images_ = std::vector<Image>(1);
+  /// All elements from here on are blank, so that a walk does not blank the same ones at every load.
+  std::size_t blankFrom_ = 0;
   RowCounts counts_;
 };
 

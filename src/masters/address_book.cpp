@@ -10,8 +10,6 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int32_t SubscriptOutOfRange = 9;
-
 void CopyFrom(const Tovrin2Record& record, AddressEntry& entry) {
   entry = {record.GetLong(AddressRecord::AddressRecordNumber),
            record.GetLong(AddressRecord::CustomerRecordNumber),
@@ -145,7 +143,7 @@ void AddressBook::Close() {
 }
 
 AddressEntry& AddressBook::Entry(std::int32_t number) {
-  if (number < 0 || number > Last) RaiseRuntimeError(SubscriptOutOfRange);
+  if (number < 0 || number > Last) RaiseRuntimeError(errors::SubscriptOutOfRange);
   return entries_[static_cast<std::size_t>(number)];
 }
 

@@ -8,7 +8,6 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int32_t SubscriptOutOfRange = 9;
 constexpr std::int16_t ShipMethodRow = 7;
 
 }  // namespace
@@ -23,7 +22,7 @@ std::int16_t ShipMethods::PlaceOf(std::string_view text) {
 
 const std::string& ShipMethods::TextOf(std::int32_t number) {
   LoadOnce();
-  if (number < 0 || number > Last) RaiseRuntimeError(SubscriptOutOfRange);
+  if (number < 0 || number > Last) RaiseRuntimeError(errors::SubscriptOutOfRange);
   return texts_[static_cast<std::size_t>(number)];
 }
 

@@ -4,7 +4,6 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::int32_t OutOfStackSpace = 28;
 /// -1 in a byte.
 constexpr std::uint8_t Marked = 0xFF;
 
@@ -15,7 +14,7 @@ void GeneralData::BatchFlag(std::int16_t Index, std::uint8_t value) {
 }
 
 // It assigns the stored day to itself, and so on without end.
-void GeneralData::OldestUnpostedTrx(const Variant&) { RaiseRuntimeError(OutOfStackSpace); }
+void GeneralData::OldestUnpostedTrx(const Variant&) { RaiseRuntimeError(errors::OutOfStackSpace); }
 
 std::uint8_t GeneralData::Unused4() {
   return parts_->settings.Record().GetBoolean(GeneralDataRecord::Unused4) ? 1 : 0;

@@ -30,6 +30,21 @@ TEST(CreateCommand, StoresTheNameOfTheCompany) {
   EXPECT_EQ(list.out, "CompanyName\nKäthe & Söhne\n") << list.err;
 }
 
+TEST(CreateCommand, TakesTheFirstDayOfTheFiscalYear) {
+  const TempFolder folder;
+  const std::string path = (folder.Path() / "new").string();
+  ASSERT_EQ(Larkmoor({"create", path, "--fiscal-year", "2025-07-01"}).exitCode, 0);
+  const ProgramResult list =
+      Larkmoor({"list", path, "GeneralData", "--fields",
+                "CalendarYear,PeriodStartDate(1),PeriodEndDate(12)", "--format", "csv"});
+  EXPECT_EQ(list.out,
+            "CalendarYear,PeriodStartDate(1),PeriodEndDate(12)\n2025,2025-07-01,2026-06-30\n")
+      << list.err;
+  const ProgramResult wrong = Larkmoor({"create", path + "2", "--fiscal-year", "July"});
+  EXPECT_EQ(wrong.exitCode, 2);
+  EXPECT_TRUE(Contains(wrong.err, "\"July\" is no date")) << wrong.err;
+}
+
 TEST(CreateCommand, RefusesAFolderThatHoldsACompany) {
   const CommandCompany company;
   ASSERT_EQ(company.Run("insert", {"Address", "Name=Kept"}).exitCode, 0);

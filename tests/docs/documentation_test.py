@@ -1,12 +1,17 @@
 """What the documentation shows is what the project has."""
 
 import re
+import tomllib
 import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 PAGES = sorted(page for page in ROOT.rglob("*.md")
                if not {"build", ".git"} & set(page.relative_to(ROOT).parts))
+
+
+# Tests of what several classes own a part of.
+SHARED_PARTS = {"loading_message_test"}
 
 
 def text_of(path):
@@ -64,6 +69,29 @@ class PagesTest(unittest.TestCase):
         self.assertEqual(len(lists), 2)
         for package in set(" ".join(lists).split()) - tools:
             self.assertIn(f"`{package}`", text_of("docs/dependencies.md"))
+
+
+class CoverageTest(unittest.TestCase):
+    """docs/coverage.md: what each class rests on."""
+
+    ROWS = dict(re.findall(r"^\| `(\w+)` \| `src/\w+/` \| (.*) \|$", text_of("docs/coverage.md"),
+                           re.MULTILINE))
+    CLASSES = {tomllib.loads(path.read_text(encoding="utf-8"))["class"]["name"]: path
+               for path in (ROOT / "src").glob("*/*.toml") if path.parent.name != "engine"}
+
+    def test_every_class_has_its_line_and_nothing_else_has(self):
+        self.assertEqual(list(self.ROWS), sorted(self.CLASSES, key=str.lower))
+
+    def test_a_class_with_work_by_hand_has_tests_of_its_own(self):
+        for name, path in self.CLASSES.items():
+            if "by_hand" in path.read_text(encoding="utf-8") or path.with_suffix(".cpp").exists():
+                self.assertNotEqual(self.ROWS[name], "plain", name)
+
+    def test_every_test_of_a_class_is_named(self):
+        for folder in {path.parent.name for path in self.CLASSES.values()} - {"connection"}:
+            for test in (ROOT / "tests" / folder).glob("*_test.cpp"):
+                if not SHARED_PARTS & {test.stem}:
+                    self.assertIn(test.name, text_of("docs/coverage.md"))
 
 
 if __name__ == "__main__":

@@ -84,6 +84,23 @@ TEST_P(OpenAnswers, AMissingFileAndAMissingFolderAnswer12) {
   EXPECT_EQ(OpenStatus(Folder() / "none" / "Sample.dat"), StatusFileNotFound);
 }
 
+/// How many parts of its memory the process has mapped.
+std::size_t Mappings() {
+  std::ifstream maps("/proc/self/maps");
+  std::size_t count = 0;
+  for (std::string line; std::getline(maps, line);) ++count;
+  return count;
+}
+
+// A service that opens and closes for months would run out of them.
+TEST_P(OpenAnswers, OpeningAndClosingLeavesNothingMapped) {
+  const fs::path path = MakeFilled(1);
+  ASSERT_EQ(OpenStatus(path), StatusSuccess);
+  const std::size_t before = Mappings();
+  for (int i = 0; i < 50; ++i) ASSERT_EQ(OpenStatus(path), StatusSuccess);
+  EXPECT_LT(Mappings(), before + 25);
+}
+
 TEST_P(OpenAnswers, AnOpenOfAMissingFileMakesNone) {
   EXPECT_EQ(OpenStatus(Folder() / "None.dat"), StatusFileNotFound);
   EXPECT_TRUE(fs::is_empty(Folder()));

@@ -34,8 +34,10 @@ bool Lock(int descriptor, int command, short type, off_t place) {
 }
 
 /// Room for LMDB's readers' table; LMDB makes it as long as the file lets it be. Takes no disk
-/// until used.
-constexpr off_t LockTableSize = off_t{256} << 10;
+/// until used. LMDB maps the whole file and unmaps the table: both have to end on the same page, or
+/// each open would leave a page mapped.
+constexpr off_t ReaderSlot = 64;
+constexpr off_t LockTableSize = (off_t{256} << 10) - ReaderSlot;
 
 /// What stands at the end of a lock file, behind the readers' table.
 struct Trailer {
@@ -46,6 +48,7 @@ struct Trailer {
   explicit Trailer(const FileIdentity& identity) : device(identity.device), inode(identity.inode) {}
   bool operator==(const Trailer&) const = default;
 };
+static_assert(sizeof(Trailer) < ReaderSlot);
 
 }  // namespace
 

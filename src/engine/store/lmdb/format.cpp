@@ -169,8 +169,8 @@ bool IsOfKey(const MDB_val& entry, std::int16_t keyNumber) {
 RecordNumber NumberIn(const MDB_val& entry) {
   const auto* bytes = static_cast<const std::uint8_t*>(entry.mv_data) + entry.mv_size - NumberSize;
   RecordNumber number = 0;
-  for (std::size_t i = 0; i < NumberSize; ++i) number = number << 8 | bytes[i];
-  return number;
+  std::memcpy(&number, bytes, sizeof number);
+  return __builtin_bswap64(number);
 }
 
 Owner Owner::Make(std::string_view name, bool allowRead) {

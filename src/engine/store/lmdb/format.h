@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <string>
@@ -42,6 +43,14 @@ constexpr RecordNumber LastNumber = ~RecordNumber{0};
 class EntryKey {
  public:
   EntryKey() = default;
+  // A key has room for the widest one there can be. A copy takes the bytes that are in use: reads
+  // along a key keep their place at every step.
+  EntryKey(const EntryKey& other) : size_(other.size_) { std::memcpy(bytes_, other.bytes_, size_); }
+  EntryKey& operator=(const EntryKey& other) {
+    size_ = other.size_;
+    std::memmove(bytes_, other.bytes_, size_);
+    return *this;
+  }
   /// "Header" with a one-letter name.
   static EntryKey OfHeader(char name);
   static EntryKey OfCounters();

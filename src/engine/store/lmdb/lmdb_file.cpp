@@ -158,7 +158,8 @@ Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records
   if (code != MDB_SUCCESS) return StatusIOError;  // an entry without its record
   const Status status = TakeRecord(records, record);
   if (status != StatusSuccess) return status;
-  place_ = {keyNumber, EntryKey::CopyOf(keys.Entry())};
+  place_.keyNumber = keyNumber;
+  place_.entry = EntryKey::CopyOf(keys.Entry());
   keys.Stay(true);
   return status;
 }

@@ -1,25 +1,45 @@
-// The sales in bare LMDB, as a program would keep them that needs nothing but these two files: a
-// tree of headers and a tree of rows, laid out as the library lays out its own, entry for entry
-// with the same keys.
+// Bare LMDB, as far as the benchmarks use it: files of one tree, laid out as the library lays out
+// its own, entry for entry with the same keys.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include <lmdb.h>
 
-#include "engine/records/jrnl_hdr.h"
-#include "engine/records/jrnl_row.h"
-#include "sales.h"
-#include "support.h"
+#include "engine/record_description.h"
 
 namespace larkmoor::bench {
+
+// Fields of a record.
+
+template <typename T>
+T GetField(std::span<const std::byte> record, const Field& field) {
+  T value;
+  std::memcpy(&value, record.data() + field.offset, sizeof value);
+  return value;
+}
+
+inline std::string_view GetTextField(std::span<const std::byte> record, const Field& field) {
+  const auto* text = reinterpret_cast<const char*>(record.data()) + field.offset;
+  return {text, strnlen(text, field.width)};
+}
+
+template <typename T>
+void PutField(std::span<std::byte> record, const Field& field, T value) {
+  std::memcpy(record.data() + field.offset, &value, sizeof value);
+}
+
+inline void PutTextField(std::span<std::byte> record, const Field& field, std::string_view value) {
+  std::memcpy(record.data() + field.offset, value.data(),
+              std::min<std::size_t>(value.size(), field.width));
+}
 
 /// How records lie in their entries.
 enum class Form {
@@ -72,7 +92,7 @@ class LmdbKey {
 /// One file with one tree, opened with the flags that the library opens its own with.
 class LmdbFile {
  public:
-  explicit LmdbFile(const std::filesystem::path& path);
+  LmdbFile(const std::filesystem::path& path, Form form);
   ~LmdbFile();
   LmdbFile(const LmdbFile&) = delete;
   LmdbFile& operator=(const LmdbFile&) = delete;
@@ -84,12 +104,15 @@ class LmdbFile {
   /// with `path`.
   bool Find(const LmdbKey& from, const LmdbKey& path);
   bool Next(const LmdbKey& path);
-  /// The record of the entry.
-  MDB_val Record();
+  /// Copies the record of the entry.
+  void Read(std::span<std::byte> record);
 
  private:
   friend class LmdbWrite;
 
+  MDB_val Value();
+
+  Form form_;
   MDB_env* env_ = nullptr;
   MDB_dbi tree_ = 0;
   MDB_txn* read_ = nullptr;
@@ -108,7 +131,7 @@ class LmdbWrite {
 
   [[nodiscard]] bool Has(const LmdbKey& path) const;
   /// Adds a record; the keys that are added next lead to it.
-  void Add(std::span<const std::byte> value);
+  void Add(std::span<const std::byte> record);
   void AddKey(LmdbKey& key) { Put(key.Number(number_), {}); }
   void Commit();
 
@@ -119,44 +142,6 @@ class LmdbWrite {
   LmdbFile& file_;
   MDB_txn* txn_ = nullptr;
   std::uint64_t number_ = 0;
-};
-
-class LmdbSales {
- public:
-  explicit LmdbSales(const std::filesystem::path& place, Form form = Form::Plain);
-
-  // As those of `LarkmoorSales`. A walk reads one state of the files from its start to its end.
-  Totals Walk();
-  Totals Find(const std::string& invoice);
-  void Insert(const Sale& sale);
-  void Load(std::span<const Sale> sales);
-
- private:
-  static constexpr std::size_t HeaderSize = 5670;
-  static constexpr std::size_t RowSize = 514;
-  using RowImage = std::array<std::byte, RowSize>;
-
-  /// Reads the sale whose header the key cursor stands on.
-  void ReadSale(Totals& totals);
-  void ReadRows();
-  void ReadRecord(LmdbFile& file, std::span<std::byte> record);
-  void AddTo(Totals& totals) const;
-  void PutHeader(LmdbWrite& write, const Sale& sale);
-  void PutRows(LmdbWrite& write, const Sale& sale);
-  void PutRecord(LmdbWrite& write, std::span<const std::byte> record) const;
-
-  Form form_;
-  Folder folder_;
-  LmdbFile headers_;
-  LmdbFile rows_;
-  std::vector<std::byte> header_ = std::vector<std::byte>(HeaderSize);
-  std::vector<RowImage> images_;
-  std::size_t count_ = 0;  // images in use
-};
-
-class PackedLmdbSales : public LmdbSales {
- public:
-  explicit PackedLmdbSales(const std::filesystem::path& place) : LmdbSales(place, Form::Packed) {}
 };
 
 }  // namespace larkmoor::bench

@@ -1,16 +1,16 @@
-// The sales as a good programmer would keep them in SQLite: columns with their own types, an index
-// for each way of looking, the rows of a sale side by side.
+// Transactions as a good programmer would keep them in SQLite: columns with their own types, an
+// index for each way of looking, the rows of a transaction side by side.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include <sqlite3.h>
 
-#include "sales.h"
 #include "support.h"
+#include "transactions.h"
 
 namespace larkmoor::bench {
 
@@ -53,19 +53,19 @@ class Statement {
   sqlite3_stmt* handle_ = nullptr;
 };
 
-class SqliteSales {
+class SqliteTransactions {
  public:
-  explicit SqliteSales(const std::filesystem::path& place);
+  SqliteTransactions(const std::filesystem::path& place, std::int16_t journal);
 
-  // As those of `LarkmoorSales`.
+  // As those of `LarkmoorJournal`.
 
-  /// A query for the next header and one for its rows, sale by sale. As between two reads of the
-  /// journal, nothing is held between two sales: every sale shows what was committed last.
+  /// A query for the next header and one for its rows, transaction by transaction. As between two
+  /// reads of the journal, nothing is held between two of them: each shows what was committed last.
   Totals Walk();
   /// One query for all headers, open from the start to the end, and one for the rows of each.
   Totals WalkInOneQuery();
-  Totals Find(const std::string& invoice);
-  void Load(std::span<const Sale> sales);
+  Totals Find(const Wanted& wanted);
+  void Load(std::span<const Transaction> transactions);
 
  private:
   /// The database with its tables in it.
@@ -86,16 +86,25 @@ class SqliteSales {
   };
 
   void AddTo(Totals& totals, Statement& header);
-  void Insert(const Sale& sale);
+  void Insert(const Transaction& from);
 
+  std::int32_t journal_;
   Folder folder_;
   Database database_;
   Statement walk_;
   Statement next_;
-  Statement find_;
+  Statement findReference_;
+  Statement findNumber_;
   Statement rows_;
-  Statement insertSale_;
+  Statement insertHeader_;
   Statement insertRow_;
+};
+
+template <typename Book>
+class SqliteJournal : public SqliteTransactions {
+ public:
+  explicit SqliteJournal(const std::filesystem::path& place)
+      : SqliteTransactions(place, Book::Code) {}
 };
 
 }  // namespace larkmoor::bench
