@@ -1,7 +1,8 @@
 // What the library costs above the store it stands on: the same work through a public class and in
 // bare LMDB, side by side in one run.
 //
-//     build/release/bench/larkmoor_bench --benchmark_filter=-Sales --benchmark_repetitions=5
+//     build/release/bench/larkmoor_bench --benchmark_repetitions=5
+//     --benchmark_filter='-Sales|Purchases|Paychecks|Payroll'
 //     --benchmark_report_aggregates_only
 //
 // Compare the medians of a pair; the machine matters less then.

@@ -7,7 +7,7 @@
 //     --benchmark_report_aggregates_only
 //
 // Compare the medians of a group; the machine matters less then. A walk reads all transactions
-// once. The stores that are read or loaded lie in memory, a third of a gigabyte for each journal;
+// once. The stores that are read or loaded lie in memory, up to 600 megabytes for each journal;
 // those that are written to one by one lie on the disk of TMPDIR and take as much.
 
 #include <algorithm>
@@ -36,7 +36,7 @@ namespace {
 
 constexpr std::int32_t OnFile = 20'000;
 constexpr std::int32_t InCommit = 1000;
-constexpr std::int32_t SingleInserts = 1000;
+constexpr std::int32_t SingleInserts = 500;
 
 /// A store with the first transactions on file; new ones take the numbers behind.
 template <typename Store, typename Book>

@@ -53,9 +53,9 @@ struct Transaction {
   std::string city;
   std::string state;
   std::string zipcode;
-  std::string_view shipMethod;
-  std::string_view terms;
-  std::string_view taxCode;
+  std::string_view shipMethod = "";
+  std::string_view terms = "";
+  std::string_view taxCode = "";
   double date = 0;
   double dateDue = 0;
   double periodEnd = 0;

@@ -12,7 +12,6 @@
 #include "engine/records/jrnl_hdr.h"
 #include "engine/tovrin_file_names.h"
 #include "failure.h"
-#include "journal_shape.h"
 #include "journals.h"
 #include "journals/header_key.h"
 #include "text_tools.h"
@@ -45,6 +44,13 @@ void OpenForReading(TovrinFile& file, std::string_view name) {
   Require(file.btOpen(path, TovrinFile::ReadOnlyMode), name);
 }
 
+[[noreturn]] void RaiseOneRowOnly(std::string_view className) {
+  throw UsageError(std::string(className) +
+                   " has but one row in memory, which stands for every row of a transaction: it "
+                   "would show and write back other rows than those on file; go by MemorizedHdr "
+                   "and MemorizedRow instead");
+}
+
 /// The text up to a blank line, in one line.
 std::string FirstParagraph(const std::string& text) {
   std::string line = text.substr(0, text.find("\r\n\r\n"));
@@ -60,13 +66,10 @@ JournalRows::JournalRows(const Class& type)
     : journal_(type),
       shape_(type.name, JournalPropertiesOf(type)),
       codes_(JournalCodesOf(type.name)),
+      lists_(DetailListsOf(type)),
       header_(JrnlHdrRecord::Describe()),
       rows_(TovrinFileNames::JrnlRowFile()) {
-  if (codes_.empty() || FindMember(type, JournalProperty::DetailAmount) == nullptr) {
-    throw UsageError("the transactions of " + std::string(type.name) +
-                     " are of another shape than a header with one list of rows; go by the records "
-                     "of their files instead");
-  }
+  if (codes_.empty()) RaiseOneRowOnly(type.name);
   Open();
   OpenForReading(headerFile_, TovrinFileNames::JrnlHdrFile());
   OpenForReading(chart_, TovrinFileNames::ChartFile());
@@ -85,30 +88,68 @@ bool JournalRows::IsRow() const { return IsOwnCode(header_.GetInteger(JrnlHdrRec
 void JournalRows::StartRow() {
   // Rows of the transaction before lie in memory until the next open.
   Open();
+  list_ = 0;
   detail_ = 0;
   isNew_ = true;
-  hasCode_ = hasNumberInPeriod_ = false;
+  hasNumberInPeriod_ = false;
+  // Some of the journal's properties are shown of transactions with its code only.
+  journal_.Let(JournalProperty::JournalID, codes_.front());
 }
 
-void JournalRows::StartDetail() {
+void JournalRows::StartDetail(std::string_view list) {
+  const auto found = std::ranges::find(lists_, list, &DetailList::name);
+  const auto wanted = static_cast<std::size_t>(found - lists_.begin());
+  if (wanted < list_) {
+    throw ValueError("a " + std::string(list) + " row cannot stand behind a " +
+                     std::string(List().name) + " row of the same transaction");
+  }
+  if (wanted > list_) TakeList(wanted);
   if (detail_ == std::numeric_limits<std::int16_t>::max()) {
     throw ValueError("a transaction cannot have so many rows");
   }
   const auto detail = static_cast<std::int16_t>(detail_ + 1);
-  journal_.Let(JournalProperty::NDistributions, detail);
+  journal_.Let(List().count, detail);
   TakeDetail(detail);
+}
+
+void JournalRows::EndDetail() {
+  if (List().mark.empty() || journal_.Get(List().mark, {detail_}).ToLong() != 0) return;
+  throw ValueError("a " + std::string(List().name) + " row needs a " + std::string(List().mark) +
+                   " other than 0: without it, it would be read back as a " +
+                   std::string(lists_.front().name) + " row");
 }
 
 bool JournalRows::NextDetail() {
   LoadInHand();
-  if (detail_ >= journal_.Get(JournalProperty::NDistributions).ToInteger()) return false;
+  while (detail_ >= CountOf(List())) {
+    if (list_ + 1 == lists_.size()) return false;
+    TakeList(list_ + 1);
+  }
   TakeDetail(static_cast<std::int16_t>(detail_ + 1));
   return true;
 }
 
+/// Leaves the list in hand for one behind it. The row that it has in hand is put away first, which
+/// the number 0 does: otherwise the next list's rows would go for it.
+void JournalRows::TakeList(std::size_t list) {
+  if (detail_ > 0) journal_.Get(List().position, {std::int16_t{0}});
+  list_ = list;
+  detail_ = 0;
+}
+
 void JournalRows::TakeDetail(std::int16_t detail) {
-  journal_.Get(JournalProperty::DetailAmount, {detail});
+  journal_.Get(List().position, {detail});
   detail_ = detail;
+}
+
+std::int32_t JournalRows::CountOf(const DetailList& list) const {
+  return journal_.Get(list.count).ToInteger();
+}
+
+std::int32_t JournalRows::DetailCount() const {
+  std::int32_t count = 0;
+  for (const DetailList& list : lists_) count += CountOf(list);
+  return count;
 }
 
 void JournalRows::LoadInHand() {
@@ -120,6 +161,7 @@ void JournalRows::LoadInHand() {
       status == StatusEndOfFile && journal_.Get(JournalProperty::NRecord).ToLong() == nRecord;
   if (!isWithoutRows) Require(status, std::string(Name()) + " " + std::to_string(nRecord));
   loaded_ = nRecord;
+  list_ = 0;
   detail_ = 0;
   NextDetail();
 }
@@ -131,9 +173,10 @@ std::vector<Variant> JournalRows::ArgumentsOf(const Column& column) const {
 
 Variant JournalRows::Get(const Column& column) {
   LoadInHand();
-  if (column.property->ofDetail && detail_ == 0) return {};
+  const Property& property = *column.property;
+  if (property.ofDetail && (detail_ == 0 || property.detailList != List().name)) return {};
   try {
-    return journal_.Get(column.property->name, ArgumentsOf(column));
+    return journal_.Get(property.name, ArgumentsOf(column));
   } catch (const Error& error) {
     throw Failure(std::string(Name()) + " " + journal_.Get(JournalProperty::NRecord).ToText() +
                   ": " + column.Name() + ": " + Printable(error.Description()));
@@ -147,7 +190,6 @@ void JournalRows::Set(const Column& column, const Variant& value) {
     throw ValueError(value.ToText() + " is not the code of a transaction of " +
                      std::string(Name()));
   }
-  hasCode_ |= field == &JrnlHdrRecord::JournalID;
   hasNumberInPeriod_ |= field == &JrnlHdrRecord::TrxNumberL;
   Assign(column, value);
 }
@@ -169,11 +211,10 @@ void JournalRows::Assign(const Column& column, const Variant& value) {
 }
 
 Status JournalRows::Insert() {
-  if (!hasCode_) journal_.Let(JournalProperty::JournalID, codes_.front());
   numbers_.NumberRecord();
   numbers_.NumberInPeriod(hasNumberInPeriod_);
   if (IsOnFile(journal_.Get(JournalProperty::NRecord).ToLong())) return StatusDuplicateKey;
-  return WithRows(journal_.Call("Insert").ToInteger(), detail_);
+  return WithRows(journal_.Call("Insert").ToInteger(), DetailCount());
 }
 
 bool JournalRows::IsOnFile(std::int32_t nRecord) {
@@ -186,8 +227,7 @@ Status JournalRows::Update() {
   if (journal_.Get(JournalProperty::NRecord).ToLong() != loaded_) {
     throw Failure("NRecord of a transaction that is on file cannot be changed");
   }
-  return WithRows(journal_.Call("Update").ToInteger(),
-                  journal_.Get(JournalProperty::NDistributions).ToInteger());
+  return WithRows(journal_.Call("Update").ToInteger(), DetailCount());
 }
 
 Status JournalRows::Delete() {
@@ -197,7 +237,7 @@ Status JournalRows::Delete() {
 }
 
 /// The status of a write, once the rows have been counted where it was successful.
-Status JournalRows::WithRows(Status status, std::int16_t count) {
+Status JournalRows::WithRows(Status status, std::int32_t count) {
   if (status != StatusSuccess) return status;
   constexpr std::int16_t ByTransaction = 0;
   const std::int32_t nRecord = journal_.Get(JournalProperty::NRecord).ToLong();

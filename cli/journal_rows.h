@@ -3,6 +3,10 @@
 // Which transaction is in hand goes by a file of headers of its own, so that transactions are found
 // and walked as the records of any table are. The journal's object loads the one in hand when one
 // of its properties is asked for.
+//
+// Details of several lists are gone through list by list, and come into a new transaction so too.
+// The lists share the record that shows a row, and a list that is gone back to would take a row of
+// another for its own.
 #pragma once
 
 #include <cstdint>
@@ -13,6 +17,7 @@
 #include "automation/automation.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_record.h"
+#include "journal_shape.h"
 #include "journals/row_file.h"
 #include "row_source.h"
 #include "transaction_numbers.h"
@@ -22,7 +27,7 @@ namespace larkmoor::cli {
 class JournalRows : public RowSource {
  public:
   /// Opens an object of the class. Raises a `Failure` where it does not open, and a `UsageError`
-  /// for a class whose transactions have another shape than a header with one list of rows.
+  /// for a class that does not keep the rows of a transaction apart.
   explicit JournalRows(const automation::Class& type);
 
   [[nodiscard]] std::string_view Name() const override { return journal_.Type().name; }
@@ -31,7 +36,8 @@ class JournalRows : public RowSource {
   TovrinFile& File() override { return headerFile_; }
   [[nodiscard]] bool IsRow() const override;
   void StartRow() override;
-  void StartDetail() override;
+  void StartDetail(std::string_view list) override;
+  void EndDetail() override;
   bool NextDetail() override;
   Variant Get(const Column& column) override;
   /// A value that the journal would not keep is refused: of another journal's code, of a name that
@@ -50,16 +56,21 @@ class JournalRows : public RowSource {
  private:
   void Open();
   void LoadInHand();
+  void TakeList(std::size_t list);
   void TakeDetail(std::int16_t detail);
+  [[nodiscard]] const DetailList& List() const { return lists_[list_]; }
+  [[nodiscard]] std::int32_t CountOf(const DetailList& list) const;
+  [[nodiscard]] std::int32_t DetailCount() const;
   [[nodiscard]] std::vector<Variant> ArgumentsOf(const Column& column) const;
   void Assign(const Column& column, const Variant& value);
   [[nodiscard]] bool IsOwnCode(std::int16_t code) const;
   bool IsOnFile(std::int32_t nRecord);
-  Status WithRows(Status status, std::int16_t count);
+  Status WithRows(Status status, std::int32_t count);
 
   automation::Object journal_;
   RowShape shape_;
   std::vector<std::int16_t> codes_;
+  std::vector<DetailList> lists_;
   TovrinFile headerFile_;
   Tovrin2Record header_;
   RowFile rows_;
@@ -69,10 +80,10 @@ class JournalRows : public RowSource {
   TransactionNumbers numbers_{journal_};
   /// The transaction that the journal's object holds, unless it is a new one.
   std::optional<std::int32_t> loaded_;
+  std::size_t list_ = 0;     ///< the one whose detail is in hand
   std::int16_t detail_ = 0;  ///< the one in hand, from 1; 0 for none
   bool isNew_ = false;
-  bool hasCode_ = false;            ///< whether the new transaction was given a journal's code
-  bool hasNumberInPeriod_ = false;  ///< and a number in its period
+  bool hasNumberInPeriod_ = false;  ///< whether the new transaction was given one
 };
 
 }  // namespace larkmoor::cli

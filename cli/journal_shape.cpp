@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace larkmoor::cli {
 namespace {
@@ -10,9 +11,17 @@ using automation::Class;
 using automation::Member;
 using automation::Storage;
 
-/// Properties that stand for a stored value although no field is known behind them.
-constexpr std::array StoredByHand = {"DetailGLAccount", "DetailQuantity", "MainAccount",
-                                     "SalesRepID"};
+constexpr std::array DetailLists = {
+    DetailList{"", "NDistributions", "DetailAmount"},
+    DetailList{"pay", "NDistributions", "PayAmount"},
+    DetailList{"job", "NLaborDistributions", "JobAmount", "JobJobIndex"},
+};
+
+/// Properties that stand for a stored value although no field is known behind them. `JobEmployeeID`
+/// is none of them: it reads another employee than it was given.
+constexpr std::array StoredByHand = {
+    "DetailGLAccount", "DetailQuantity", "EmployeeID", "JobAccount",    "JobHours",
+    "JobLevel",        "MainAccount",    "PayAccount", "PayEmployeeID", "SalesRepID"};
 
 /// All others without a known field show what further properties show, or belong to no transaction.
 bool IsWorkedOut(const Member& member) {
@@ -35,21 +44,33 @@ bool IsFurtherName(const Class& type, const Member& member) {
                        ? type.members.end()
                        : std::ranges::find(type.members, &member, [](auto& m) { return &m; });
   return std::any_of(type.members.begin(), end, [&](const Member& other) {
-    return other.field == member.field && other.storage != Storage::ByHand;
+    return other.field == member.field && other.rowList == member.rowList &&
+           other.storage != Storage::ByHand;
   });
 }
 
 }  // namespace
+
+std::vector<DetailList> DetailListsOf(const Class& type) {
+  std::vector<DetailList> lists;
+  std::ranges::copy_if(DetailLists, std::back_inserter(lists), [&](const DetailList& list) {
+    return std::ranges::any_of(type.members, [&](const Member& member) {
+      return member.ofRow && member.rowList == list.name;
+    });
+  });
+  return lists;
+}
 
 bool IsJournal(const Class& type) {
   return std::ranges::any_of(type.members, [](const Member& member) { return member.ofRow; });
 }
 
 std::vector<Property> JournalPropertiesOf(const Class& type) {
+  const std::vector<DetailList> lists = DetailListsOf(type);
   std::vector<Property> properties = PropertiesOf(type);
   for (Property& property : properties) {
     if (property.ofDetail) MakeDetail(property);
-    property.countsDetails = property.name == JournalProperty::NDistributions;
+    property.countsDetails = std::ranges::count(lists, property.name, &DetailList::count) > 0;
     const Member& member = *FindMember(type, property.name);
     if (IsWorkedOut(member)) property.writable = false;
     if (IsWorkedOut(member) || IsFurtherName(type, member)) property.listed = false;

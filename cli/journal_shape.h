@@ -17,11 +17,20 @@ struct JournalProperty {
   static constexpr std::string_view JournalID = "JournalID";
   static constexpr std::string_view Period = "Period";
   static constexpr std::string_view TrxNumberL = "TrxNumberL";
-  /// How many rows there are.
-  static constexpr std::string_view NDistributions = "NDistributions";
-  /// One of those that take a row in hand, which some others only show.
-  static constexpr std::string_view DetailAmount = "DetailAmount";
 };
+
+/// A list of a transaction's rows, and the properties by which it is gone through.
+struct DetailList {
+  std::string_view name;   ///< as the class's members tell it; empty where there is but one list
+  std::string_view count;  ///< how many rows there are
+  /// One of those that take a row in hand, which some others only show.
+  std::string_view position;
+  /// Set where a row is told from those of the list ahead by it: it is not 0.
+  std::string_view mark = {};
+};
+
+/// The lists that the transactions of a journal have, in the order in which their rows are written.
+std::vector<DetailList> DetailListsOf(const automation::Class& type);
 
 /// Whether the class shows transactions: whether it has properties of their rows.
 bool IsJournal(const automation::Class& type);

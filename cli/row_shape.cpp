@@ -117,6 +117,7 @@ Property PropertyOf(const Member& member) {
           .keeps = member.storage != Storage::Dead,
           .listed = member.get != nullptr && member.storage != Storage::Dead,
           .ofDetail = member.ofRow,
+          .detailList = member.rowList,
           .indexCount = member.arguments.size(),
           .ranges = RangesOf(member),
           .field = member.field};

@@ -30,10 +30,12 @@ struct Property {
   bool listed = true;
   /// Set for a property of one detail: of one row of a transaction, whichever is in hand.
   bool ofDetail = false;
+  /// Which list of details that one is in, of a record that has several.
+  std::string_view detailList = {};
   /// Whether its member is told by an index which detail that is; otherwise it shows the one that
   /// its object has in hand.
   bool takesDetail = false;
-  /// Set for the property that tells how many details there are.
+  /// Set for a property that tells how many details there are.
   bool countsDetails = false;
   std::size_t indexCount = 0;
   /// One for each index; empty where the class alone knows them.

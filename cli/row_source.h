@@ -18,8 +18,9 @@ namespace larkmoor::cli {
 
 /// An open file with one row in hand.
 ///
-/// A row of a journal is a transaction, which has details: rows of its own, one of which is in hand
-/// too. A new row starts without any, and a row that was read shows the first.
+/// A row of a journal is a transaction, which has details: rows of its own, in one list or in
+/// several, one of which is in hand too. A new row starts without any, and a row that was read
+/// shows the first.
 class RowSource {
  public:
   virtual ~RowSource() = default;
@@ -36,12 +37,16 @@ class RowSource {
 
   /// Takes a blank row in hand, for an insert.
   virtual void StartRow() = 0;
-  /// Adds a blank detail to a new row and takes it in hand. Raises a `ValueError` where it cannot
-  /// have more of them.
-  virtual void StartDetail() {}
+  /// Adds a blank detail to that list of a new row and takes it in hand. Raises a `ValueError`
+  /// where the row cannot have more of them, or not of that list any more.
+  virtual void StartDetail(std::string_view /*list*/) {}
+  /// Says that the new detail has all its values. Raises a `ValueError` where it would be read back
+  /// as one of another list.
+  virtual void EndDetail() {}
   /// Takes the next detail in hand, or else says that there is none.
   virtual bool NextDetail() { return false; }
-  /// Empty for a column of a detail where there is none.
+  /// Empty for a column of a detail where there is none, or where the one in hand is in another
+  /// list.
   virtual Variant Get(const Column& column) = 0;
   /// `value` is of the column's type. Raises a `ValueError` for one that the row cannot have.
   virtual void Set(const Column& column, const Variant& value) = 0;

@@ -1,9 +1,10 @@
 // Makes the company of the demonstration and posts its year: Fjord Tools, a wholesaler of tools,
 // with its accounts and customers, quotes, orders, invoices and the general journal.
 //
-//     fjord_tools FOLDER DATA
+//     fjord_tools FOLDER DATA [RELEASE]
 //
-// FOLDER is made. DATA is a folder with the files that data/README.md describes.
+// FOLDER is made. DATA is a folder with the files that data/README.md describes. RELEASE is that of
+// the company's files, such as 18; otherwise 19.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -22,13 +23,16 @@
 
 #include "check.h"
 #include "csv_reader.h"
+#include "documents.h"
 #include "posting.h"
 
 namespace {
 
 using example::Check;
 using example::CsvRow;
+using example::Document;
 using example::GroupBy;
+using example::Posted;
 using example::ReadCsv;
 using example::StartTransaction;
 using example::ToCents;
@@ -39,21 +43,6 @@ using larkmoor::SalesJournal;
 using larkmoor::SalesOrderJournal;
 
 constexpr std::string_view Receivable = "1110";
-
-// The rows of one document, one after the other in their file.
-using Document = std::span<const CsvRow>;
-
-// How many documents of a kind were posted, and what they come to.
-struct Posted {
-  std::ptrdiff_t documents = 0;
-  std::ptrdiff_t rows = 0;
-  std::int64_t cents = 0;
-};
-
-std::ostream& operator<<(std::ostream& out, const Posted& posted) {
-  return out << posted.documents << " with " << posted.rows << " rows, "
-             << example::DollarText(posted.cents) << " in all";
-}
 
 // --- Accounts and customers ----------------------------------------------------------------------
 
@@ -375,8 +364,9 @@ void PostYear(const std::filesystem::path& data) {
   TellNextNumbers();
 }
 
-void MakeCompany(const std::filesystem::path& folder, const std::filesystem::path& data) {
-  larkmoor::CreateCompany(folder, {.Name = "Fjord Tools"});
+void MakeCompany(const std::filesystem::path& folder, const std::filesystem::path& data,
+                 double release) {
+  larkmoor::CreateCompany(folder, {.Release = release, .Name = "Fjord Tools"});
   larkmoor::Btrieve connection;
   Check(connection.Connect(folder.string()).ToInteger(), "Connecting");
   PostYear(data);
@@ -386,11 +376,11 @@ void MakeCompany(const std::filesystem::path& folder, const std::filesystem::pat
 }  // namespace
 
 int main(int argc, char** argv) try {
-  if (argc != 3) {
-    std::cerr << "usage: fjord_tools FOLDER DATA\n";
+  if (argc != 3 && argc != 4) {
+    std::cerr << "usage: fjord_tools FOLDER DATA [RELEASE]\n";
     return 2;
   }
-  MakeCompany(argv[1], argv[2]);
+  MakeCompany(argv[1], argv[2], argc == 4 ? larkmoor::Variant(argv[3]).ToDouble() : 19);
 } catch (const std::exception& error) {
   std::cerr << error.what() << '\n';
   return 1;

@@ -37,7 +37,8 @@ class Dictionary:
         lists = NameLists((source / LISTS).glob("*.toml"), self.problems)
         self.records = load_records((source / RECORDS).glob("*.toml"), self.file_names, lists,
                                     self.problems)
-        frames = load_frames(source.glob("*/frames/*.toml"), self.records, self.problems)
+        frames = load_frames(source.glob("*/frames/*.toml"), self.records, self.file_names,
+                             self.problems)
         self.classes = load_classes(class_paths(source), frames, self.records, self.file_names, lists,
                                     self.problems)
 

@@ -81,7 +81,10 @@ void AddExportCommand(CLI::App& app) {
   command->add_option("-o,--output", arguments->file, "Write to this file")->type_name("FILE");
   command->footer(
       "Of a journal there is a line for each row of a transaction, with the columns of the\n"
-      "transaction repeated; one without rows is a line with empty row columns.\n\n"
+      "transaction repeated; one without rows is a line with empty row columns. The lines of a\n"
+      "paycheck are its pay rows and then its job rows, each with the columns of the other list\n"
+      "empty. JobEmployeeID is not among the columns: it reads another employee than it was "
+      "given.\n\n"
       "--as ledger takes no CLASS. It writes the general ledger in the form that the programs\n"
       "ledger and hledger read: the accounts, then all transactions by date with their numbers,\n"
       "names and postings. Orders and quotes post nothing and are not among them.");

@@ -124,13 +124,17 @@ class Import {
     } else {
       RequireAgreement(line, first);
     }
-    if (!HoldsDetail(line)) return;
+    if (const Property* property = DetailIn(line)) AddDetail(line, property->detailList);
+  }
+
+  void AddDetail(const CsvRecord& line, std::string_view list) {
     try {
-      rows_.StartDetail();
+      rows_.StartDetail(list);
+      SetColumns(line, true);
+      rows_.EndDetail();
     } catch (const ValueError& error) {
       throw BadLine(error.what());
     }
-    SetColumns(line, true);
   }
 
   void RequireAgreement(const CsvRecord& line, const CsvRecord& first) const {
@@ -140,10 +144,25 @@ class Import {
                   " of the same " + std::string(rows_.Noun()));
   }
 
-  bool HoldsDetail(const CsvRecord& line) const {
-    return std::ranges::any_of(plan_.targets, [&](const ImportTarget& target) {
-      return target.column.property->ofDetail && !line.fields[target.field].empty();
-    });
+  /// A property that the line gives of a detail, or null where it holds none. All that it gives are
+  /// of one list.
+  const Property* DetailIn(const CsvRecord& line) const {
+    const ImportTarget* first = nullptr;
+    for (const ImportTarget& target : plan_.targets) {
+      if (!target.column.property->ofDetail || line.fields[target.field].empty()) continue;
+      if (first == nullptr) first = &target;
+      RequireOneList(*first, target);
+    }
+    return first == nullptr ? nullptr : first->column.property;
+  }
+
+  static void RequireOneList(const ImportTarget& first, const ImportTarget& other) {
+    const std::string_view list = first.column.property->detailList;
+    const std::string_view otherList = other.column.property->detailList;
+    if (list == otherList) return;
+    throw BadLine("columns " + first.header + " and " + other.header + ": one is of a " +
+                  std::string(list) + " row and one of a " + std::string(otherList) +
+                  " row, and a line holds one row");
   }
 
   void SetColumns(const CsvRecord& line, bool ofDetail) {
@@ -236,7 +255,13 @@ void AddImportCommand(CLI::App& app) {
       "TrxNumberL\n"
       "MaxTrxNumberL(Period) + 1, and so on from there. A transaction with a bad line is left out "
       "as\n"
-      "a whole.");
+      "a whole.\n\n"
+      "A line of a paycheck is a pay row where it has a value in a column such as PayAmount, and "
+      "a\n"
+      "job row where it has one in a column such as JobAmount; it cannot be both. The pay rows "
+      "stand\n"
+      "ahead of the job rows, and each job row has a JobJobIndex. JobEmployeeID cannot be set: it\n"
+      "reads another employee than it is given.");
   command->callback([arguments] {
     const std::unique_ptr<RowSource> rows = arguments->rows.Open(Access::Write);
     Import(*arguments, *rows).Run();

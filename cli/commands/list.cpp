@@ -50,8 +50,10 @@ void AddListCommand(CLI::App& app) {
   AddTableFormatOption(*command, arguments->format);
   command->footer(
       "Of a journal the rows shown are transactions, NDistributions telling how many rows each "
-      "has;\n"
-      "with a column such as DetailAmount among the --fields they are the rows of transactions.");
+      "has,\n"
+      "of a paycheck how many pay rows, and NLaborDistributions how many job rows; with a column\n"
+      "such as DetailAmount, PayAmount or JobAmount among the --fields they are the rows of\n"
+      "transactions.");
   command->callback([arguments] { List(*arguments); });
 }
 

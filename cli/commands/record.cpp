@@ -131,7 +131,8 @@ void AddGetCommand(CLI::App& app) {
       ->capture_default_str()
       ->check(CLI::IsMember({"text", "json"}).description(""));
   command->footer(
-      "Of a journal it shows a transaction, and NDistributions tells how many rows it has.");
+      "Of a journal it shows a transaction, and NDistributions tells how many rows it has; of a\n"
+      "paycheck how many pay rows, and NLaborDistributions how many job rows.");
   command->callback([arguments] { Get(*arguments); });
 }
 

@@ -4,21 +4,17 @@ import re
 from dataclasses import dataclass, field
 
 from .frames import Frame
+from .members import (OPERATION_ATTRIBUTES, PROPERTY_ATTRIBUTES, SHOWN_BY, TYPES, ill_matched,
+                      read_arguments)
 from .records import Record
-from .source import Source, with_article
-
-TYPES = ("Integer", "Long", "Byte", "Boolean", "Single", "Double", "Currency", "String", "Variant",
-         "Date")
-# The field types that a public type shows.
-SHOWN_BY = {
-    "Integer": ("Integer",), "Long": ("Long",), "Byte": ("Byte",), "Boolean": ("Boolean",),
-    "Single": ("Single",), "Double": ("Double",), "Currency": ("Currency",),
-    "String": ("Text", "GUID"), "Variant": (), "Date": ("Date", "Day"),
-    "Variant date": ("Date", "Day"),
-}
+from .source import KINDS, Source, is_of_kind, with_article
 
 WHOLE_NUMBERS = ("Byte", "Integer", "Long")
 
+CLASS_ENTRIES = {
+    "name": str, "frame": str, "journal": int, "file": str, "record": str, "doc": str, "parts": str,
+}
+# Departures from the frame, in the order of its C++.
 FRAME_FLAGS = ("close_keeps_open_mark", "open_sets_no_mark", "failed_open_keeps_file",
                "missing_account_reads_empty")
 
@@ -33,13 +29,6 @@ KEY_WRITERS = {
     "KeyDouble": ("Double", 8), "KeyText": ("String", 0), "KeyString": ("String", 0),
     "KeyTerminated": ("String", 0),
 }
-
-
-@dataclass
-class Argument:
-    type: str
-    name: str
-    byref: bool = False
 
 
 @dataclass
@@ -148,30 +137,42 @@ class ClassReader:
     def read(self):
         source = self.source
         source.check_tables(("class", "frame", "records", "operations", "properties"))
-        source.check_entries("class", ("name", "frame", "journal", "file", "record", "doc", "parts"))
-        source.check_entries("frame", FRAME_FLAGS)
+        head = source.check_entries("class", CLASS_ENTRIES)
+        flags = source.check_entries("frame", {flag: bool for flag in FRAME_FLAGS})
         source.check_names_differ("operations", "properties")
-        head = source.tables.get("class", {})
         frame = self.read_frame(head)
         record = self.records.get(head.get("record"), frame.record if frame else None)
         if head.get("parts", "by hand") != "by hand":
             source.complain("class", "parts", "parts says \"by hand\" or is left out")
-        flags = [flag for flag, on in source.tables.get("frame", {}).items() if on]
+        if "frame" in source.tables and (frame is None or "parts" in head):
+            source.complain("frame", None, "departures are of a class with a frame whose parts are not by "
+                            "hand")
         self.result = PublicClass(source, self.subsystem,
                                   source.check_text("class", "name", head, "name"),
                                   source.check_text("class", "doc", head, "doc"),
-                                  head.get("file", ""), frame, record, "parts" in head, flags,
-                                  head.get("journal"), self.read_records())
-        self.read_operations()
-        self.read_properties()
+                                  head.get("file", ""), frame, record, "parts" in head,
+                                  [flag for flag in FRAME_FLAGS if flags.get(flag)],
+                                  head.get("journal"), self.read_records(head, frame))
+        if self.is_known(head):
+            self.read_operations()
+            self.read_properties()
         return self.result
 
-    def read_records(self):
+    def is_known(self, head):
+        """Whether there is what the class is over. Otherwise every member would be complained of."""
+        return (head.get("frame") in (None, *self.frames) and
+                (self.result.frame is None or self.result.record is not None))
+
+    def read_records(self, head, frame):
         """The records of the class's further parts."""
         told = self.source.tables.get("records", {})
+        told = self.source.check_entries("records", {part: str for part in told})
+        if told and ("parts" not in head or frame is None):
+            self.source.complain("records", None, "further records are of a class with a frame whose parts "
+                                 "are by hand")
         for part, name in told.items():
             if name not in self.records:
-                self.source.complain("records", part, f"unknown record \"{name}\"")
+                self.source.complain("records", part, f"{part}: unknown record \"{name}\"")
         return {part: self.records[name] for part, name in told.items() if name in self.records}
 
     def read_frame(self, head):
@@ -192,11 +193,16 @@ class ClassReader:
             source.complain("class", "record", f"unknown record \"{head['record']}\"")
         elif "record" in head and frame.file and self.records[head["record"]].file != frame.file:
             source.complain("class", "record", f"the frame {name} is over rows of {frame.file}")
+        elif {"record", "file"} <= head.keys() and self.records[head["record"]].file != head["file"]:
+            source.complain("class", "record", f"{head['record']} is a record of "
+                            f"{self.records[head['record']].file}")
         if "file" in head and head["file"] not in self.file_names:
             source.complain("class", "file", f"unknown file \"{head['file']}\"; file_names.toml has "
                             "their names")
-        if ("{journal}" in frame.construct) != isinstance(head.get("journal"), int):
-            source.complain("class", "journal", "a journal tells its code, and nothing else does")
+        if "{journal}" in frame.construct and "journal" not in head:
+            source.complain("class", "journal", f"journal is missing: the frame {name} takes its code")
+        elif "journal" in head and "{journal}" not in frame.construct:
+            source.complain("class", "journal", f"journal: the frame {name} takes no code")
         return frame
 
     # Operations
@@ -215,26 +221,25 @@ class ClassReader:
 
     def read_operation(self, name, value):
         if value == "frame":
-            return self.frame_operation(name)
+            return self.frame_operation(name, name)
         if isinstance(value, dict) and "frame" in value:
             return self.named_frame_operation(name, value)
         if not isinstance(value, dict):
             return self.complain_operation(name, "an operation is \"frame\" or a table of attributes")
-        self.source.check_attributes("operations", name, value, (
-            "args", "returns", "doc", "key", "write", "read", "gives", "by_hand"))
+        value = self.source.check_attributes("operations", name, value, OPERATION_ATTRIBUTES)
         self.check_reasons("operations", name, value)
         kinds = [kind for kind in ("read", "gives", "by_hand") if kind in value]
         if len(kinds) != 1:
             return self.complain_operation(name, "takes one of read, gives and by_hand")
         operation = Operation(
             name, kinds[0].replace("_", " "), value.get("returns", "Integer"),
-            self.read_arguments("operations", name, value.get("args", "")),
+            read_arguments(self.source, "operations", name, value.get("args", "")),
             self.source.check_text("operations", name, value, "doc"))
         if operation.returns not in TYPES:
             self.complain_operation(name, f"unknown type \"{operation.returns}\"")
         if operation.kind == "gives":
             operation.gives = value["gives"]
-            if isinstance(operation.gives, bool) != (operation.returns == "Boolean"):
+            if type(operation.gives) is not (bool if operation.returns == "Boolean" else int):
                 self.complain_operation(name, f"gives {operation.gives}, and returns "
                                         f"{with_article(operation.returns)}")
         if operation.kind == "read":
@@ -243,24 +248,40 @@ class ClassReader:
 
     def named_frame_operation(self, name, value):
         """An operation of the frame with a doc of its own, and perhaps a name and arguments of its own."""
-        self.source.check_attributes("operations", name, value, ("frame", "args", "doc"))
-        told = name if value["frame"] is True else value["frame"]
-        operation = self.frame_operation(told, self.source.check_text("operations", name, value, "doc"))
+        value = self.source.check_attributes("operations", name, value,
+                                             {"frame": object, "args": str, "doc": str})
+        told = value["frame"]
+        if told is not True and not isinstance(told, str):
+            return self.complain_operation(name, "frame is true, or the frame's name for it")
+        operation = self.frame_operation(name, name if told is True else told)
+        doc = self.source.check_text("operations", name, value, "doc")
         if operation is not None:
-            operation.name = name
+            operation.doc = doc
             if "args" in value:
-                operation.args = self.read_arguments("operations", name, value["args"])
+                self.rename_arguments(operation, value["args"])
         return operation
 
-    def frame_operation(self, name, doc=None):
+    def rename_arguments(self, operation, text):
+        wanted = [(a.type, a.byref) for a in operation.args]
+        operation.args = read_arguments(self.source, "operations", operation.name, text)
+        if [(a.type, a.byref) for a in operation.args] != wanted:
+            types = ", ".join(("byref " if byref else "") + kind for kind, byref in wanted) or "none"
+            self.complain_operation(operation.name, f"{operation.forwards_to} of the frame has other "
+                                    f"arguments: {types}")
+
+    def frame_operation(self, name, told):
+        """The operation that the frame calls `told`."""
         if self.result.frame is None:
             return self.complain_operation(name, "an operation of the frame needs a file and a record")
-        told = self.result.frame.operations.get(name)
-        if told is None:
-            return self.complain_operation(name, "is no operation of the frame")
-        return Operation(name, "frame", told.get("returns", "Integer"),
-                         self.read_arguments("operations", name, told.get("args", "")),
-                         doc or told["doc"], forwards_to=name)
+        value = self.result.frame.operations.get(told)
+        if value is None:
+            return self.complain_operation(name, f"{told} is no operation of the frame" if told != name
+                                           else "is no operation of the frame")
+        if told in self.result.frame.mistaken:
+            return None
+        return Operation(name, "frame", value.get("returns", "Integer"),
+                         read_arguments(self.source, "operations", name, value.get("args", "")),
+                         value["doc"], forwards_to=told)
 
     def read_search(self, operation, value):
         name = operation.name
@@ -310,21 +331,12 @@ class ClassReader:
     def complain_operation(self, name, what):
         self.source.complain("operations", name, f"{name}: {what}")
 
-    def read_arguments(self, table, name, text):
-        arguments = []
-        for part in filter(None, (part.strip() for part in text.split(","))):
-            match = re.fullmatch(r"(byref )?(\w+) (\w+)", part)
-            if not match or match[2] not in TYPES:
-                self.source.complain(table, name, f"{name}: \"{part}\" is no argument")
-                continue
-            arguments.append(Argument(match[2], match[3], bool(match[1])))
-        return arguments
-
     # Properties
 
     def read_properties(self):
         written = self.source.tables.get("properties", {})
-        names = [name for name, value in written.items() if value == "frame" or "list" not in value]
+        names = [name for name, value in written.items()
+                 if not (isinstance(value, dict) and "list" in value)]
         for earlier, later in zip(names, names[1:]):
             if earlier.lower() > later.lower():
                 self.complain_property(later, f"stands behind {earlier}: properties are in "
@@ -339,31 +351,28 @@ class ClassReader:
         if value == "frame":
             return self.frame_property(name)
         if not isinstance(value, dict):
-            return self.complain_property(name, "a property is a table of attributes")
-        self.source.check_attributes("properties", name, value, (
-            "type", "args", "doc", "field", "row", "positions", "of_row", "rows", "converted",
-            "account", "address", "from", "below", "part", "moved", "first_row", "of_file",
-            "clamp", "dead",
-            "access",
-            "by_hand", "by_hand_get", "by_hand_let"))
+            return self.complain_property(name, "a property is \"frame\" or a table of attributes")
+        value = self.source.check_attributes("properties", name, value, PROPERTY_ATTRIBUTES)
         self.check_reasons("properties", name, value)
+        problem = ill_matched(value)
+        if problem:
+            return self.complain_property(name, problem)
         return self.described_property(name, value)
 
     def frame_property(self, name):
         told = self.result.frame.properties.get(name) if self.result.frame else None
         if told is None:
             return self.complain_property(name, "is no property of the frame")
-        prop = self.described_property(name, told)
-        if prop.kind == "frame":
-            prop.of_row = name.startswith("Detail")
-        return prop
+        if name in self.result.frame.mistaken:
+            return None
+        return self.described_property(name, told, of_frame=True)
 
-    def described_property(self, name, value):
+    def described_property(self, name, value, of_frame=False):
         shown = self.source.check_text("properties", name, value, "type")
         if shown not in SHOWN_BY:
             return self.complain_property(name, f"unknown type \"{shown}\"")
         prop = Property(name, "field", shown.split()[0],
-                        self.read_arguments("properties", name, value.get("args", "")),
+                        read_arguments(self.source, "properties", name, value.get("args", "")),
                         self.source.check_text("properties", name, value, "doc"),
                         value.get("access", "rw"))
         if prop.access not in ("rw", "r", "w"):
@@ -375,16 +384,18 @@ class ClassReader:
         prop.of_row = "row" in value or value.get("of_row", False)
         prop.positions = value.get("positions", True)
         prop.rows = value.get("rows", "")
+        if prop.of_row:
+            self.check_row(prop)
         if "dead" in value:
             prop.kind, prop.dead = "dead", value["dead"]
+            self.check_dead(prop)
         elif len(prop.by_hand) == 2:
             prop.kind = "by hand"
         elif "address" in value:
             self.read_address(prop, value)
         elif "of_file" in value:
             self.read_of_file(prop, value["of_file"])
-        elif self.result.frame and value is self.result.frame.properties.get(name) and not (
-                {"field", "row"} & value.keys()):
+        elif of_frame and not {"field", "row"} & value.keys():
             prop.kind = "frame"
         else:
             prop.kind = "date" if shown == "Variant date" else "field"
@@ -395,10 +406,30 @@ class ClassReader:
             self.read_field(prop, value, shown)
         return prop
 
+    def check_row(self, prop):
+        """What belongs to one row tells which."""
+        frame = self.result.frame
+        if frame is None or frame.rows is None:
+            self.complain_property(prop.name, "rows are those of a class over transactions")
+            return
+        if prop.positions and [a.type for a in prop.args] != ["Integer"]:
+            self.complain_property(prop.name, "a row's property takes the Integer number of the row")
+        if prop.positions and prop.rows not in (frame.lists or [""]):
+            lists = " or ".join(frame.lists)
+            self.complain_property(prop.name, f"rows is {lists}" if lists else
+                                   f"the frame {frame.name} has one list of rows")
+
+    def check_dead(self, prop):
+        """What a dead property reads is of its type."""
+        kinds = {"String": str, "Variant": str, "Boolean": bool}.get(prop.type, float)
+        if prop.dead is not True and not is_of_kind(prop.dead, kinds):
+            self.complain_property(prop.name, f"dead is true or {KINDS[kinds]}")
+        elif prop.dead is False:
+            self.complain_property(prop.name, "dead is true")
+
     def read_field(self, prop, value, shown):
         prop.record = record = self.record_of(prop, value)
         if record is None:
-            self.complain_property(prop.name, "there is no record to show a field of")
             return
         name = value.get("row", value.get("account", value.get("field", prop.name)))
         prop.field = record.find(name)
@@ -408,15 +439,14 @@ class ClassReader:
         if prop.kind == "converted":
             self.check_converted(prop)
         elif prop.kind == "account":
-            if (prop.type, prop.field.type) != ("String", "Long"):
-                self.complain_property(prop.name, "an account is a Long shown as a String")
+            self.check_account(prop)
         elif prop.field.type not in SHOWN_BY[shown]:
             self.complain_property(prop.name, f"is {with_article(shown)}, and the field {name} "
                                    f"{with_article(prop.field.type)}")
-        if prop.of_row:
-            self.check_row_number(prop)
-        else:
+        if not prop.of_row:
             self.check_indexes(prop, name)
+        elif prop.field.count:
+            self.complain_property(prop.name, f"the field {name} of a row repeats")
         if "clamp" in value:
             self.read_clamp(prop, value["clamp"])
         prop.below = value.get("below")
@@ -427,8 +457,11 @@ class ClassReader:
         """The record that has the property's field."""
         prop.part = value.get("part", "")
         if not prop.part:
-            return self.result.rows if "row" in value else self.result.record
-        if prop.part not in self.result.records:
+            record = self.result.rows if "row" in value else self.result.record
+            if record is None and "row" not in value:
+                self.complain_property(prop.name, "there is no record to show a field of")
+            return record
+        if prop.part not in self.source.tables.get("records", {}):
             self.complain_property(prop.name, f"there is no part {prop.part} in [records]")
         return self.result.records.get(prop.part)
 
@@ -439,6 +472,8 @@ class ClassReader:
         moved = record.find(name) if record else None
         if moved is None:
             self.complain_property(prop.name, f"moved to {place}, and there is no such part and field")
+        elif not prop.field.count:
+            self.complain_property(prop.name, "moved takes a field that repeats, whose index tells the row")
         elif (moved.type, bool(moved.count)) != (prop.field.type, bool(prop.field.count2)):
             self.complain_property(prop.name, f"moved to {place}, which is another type than before")
         else:
@@ -446,6 +481,8 @@ class ClassReader:
 
     def read_of_file(self, prop, name):
         prop.kind, prop.of_file = "of file", name
+        if self.result.frame is None:
+            self.complain_property(prop.name, "there is no file to tell of")
         if prop.type != OF_FILE.get(name) or prop.access != "r":
             self.complain_property(prop.name, "of_file is one of " + ", ".join(
                 f"{each} ({kind})" for each, kind in OF_FILE.items()) + ", read-only")
@@ -455,6 +492,8 @@ class ClassReader:
     def read_address(self, prop, value):
         """A property of an address in memory: of the first one, or of a further one by its number."""
         prop.kind, prop.address, prop.release = "address", value["address"], value.get("from")
+        if not self.result.own_parts:
+            self.complain_property(prop.name, "addresses are a part of a class whose parts are by hand")
         if [a.type for a in prop.args] not in ([], ["Integer"]):
             self.complain_property(prop.name, "an address is the first one or has an Integer number")
 
@@ -464,9 +503,13 @@ class ClassReader:
             self.complain_property(prop.name, "converted is for whole numbers of two types, or for a "
                                    "Boolean over one")
 
-    def check_row_number(self, prop):
-        if prop.positions and [a.type for a in prop.args] != ["Integer"]:
-            self.complain_property(prop.name, "a row's property takes the Integer number of the row")
+    def check_account(self, prop):
+        frame = self.result.frame
+        if (prop.type, prop.field.type) != ("String", "Long"):
+            self.complain_property(prop.name, "an account is a Long shown as a String")
+        if not self.result.own_parts and frame.accounts.split(".")[0] != frame.part:
+            self.complain_property(prop.name, f"accounts are looked up by a part {frame.accounts}, which "
+                                   "parts by hand have")
 
     def check_indexes(self, prop, name):
         indexes = bool(prop.field.count) + bool(prop.field.count2)
@@ -476,8 +519,7 @@ class ClassReader:
                                    f"{len(prop.args)}")
 
     def read_clamp(self, prop, clamp):
-        if not (isinstance(clamp, list) and len(clamp) == 2 and
-                all(isinstance(bound, int) for bound in clamp)):
+        if not (len(clamp) == 2 and all(isinstance(bound, int) for bound in clamp)):
             self.complain_property(prop.name, "clamp is a range such as [1, 20]")
         elif len(prop.args) != 1 or prop.args[0].type != "Integer":
             self.complain_property(prop.name, "clamp wants one Integer index")

@@ -9,8 +9,7 @@ CONVERSION = {
     "Single": "ToSingle", "Double": "ToDouble", "Currency": "ToCurrency", "String": "ToText",
     "Date": "ToDate",
 }
-STORAGE = {"field": "Field", "date": "Date", "dead": "Dead", "frame": "ByHand",
-           "converted": "ByHand", "of file": "ByHand", "account": "ByHand", "address": "ByHand", "by hand": "ByHand"}
+STORAGE = {"field": "Field", "date": "Date", "dead": "Dead"}  # of all other kinds it is ByHand
 
 
 def converted(expression, kind):
@@ -73,10 +72,11 @@ def storage(cls, member, operation):
         return ""
     if member.part or member.moved or member.below is not None:
         return ", Storage::ByHand"  # the record of the class tells nothing of it
-    text = f", Storage::{STORAGE['by hand' if member.by_hand else member.kind]}"
+    text = f", Storage::{'ByHand' if member.by_hand else STORAGE.get(member.kind, 'ByHand')}"
     if member.of_row:
         shown = f"&{cls.rows.name}Record::{member.field.name}" if member.field else "nullptr"
         text += f", {shown}, false, 0, 0, {{}}, true"
+        text += f", {literal(member.rows)}" if member.rows else ""
     elif member.field:
         text += f", &{cls.record.name}Record::{member.field.name}"
         if member.clamp:

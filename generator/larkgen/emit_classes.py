@@ -1,7 +1,7 @@
 """C++ of the public classes: the header that clients read, and the plain members."""
 
 from .source import with_article
-from .writer import banner, comment
+from .writer import banner, comment, literal
 
 # What a public type is in C++: given back, taken, and its name among the record's accessors.
 GIVEN = {
@@ -208,8 +208,8 @@ def property_bodies(cls, prop):
     scope = f"{cls.name}::"
     lines = []
     if prop.readable and "get" not in prop.by_hand:
-        lines += [f"{get_signature(cls, unnamed_if(prop, not get.uses), scope)} {{ return {get.text}; }}",
-                  ""]
+        signature = get_signature(cls, unnamed_if(prop, not get.uses), scope)
+        lines += [f"{signature} {{ return {get.text}; }}", ""]
     if prop.writable and "let" not in prop.by_hand:
         signature = let_signature(cls, unnamed_if(prop, not let.uses), scope)
         if not let.uses:
@@ -241,7 +241,7 @@ def dead_value(prop):
     if prop.type == "Variant" and prop.dead in ("Empty", "Null"):
         return "{}" if prop.dead == "Empty" else "Null"
     if isinstance(prop.dead, str):
-        return f'{GIVEN[prop.type]}("{prop.dead}")'
+        return f"{GIVEN[prop.type]}({literal(prop.dead)})"
     return f"{GIVEN[prop.type]}({prop.dead})"
 
 
@@ -291,9 +291,9 @@ def accesses(cls, prop, accessor, indexes):
     if prop.moved:
         moved_part, record, field, first_row = prop.moved
         place = [constant, field_constant(record, field), str(first_row)]
-        return (f"parts_->{moved_part}.Get({', '.join([f'&Tovrin2Record::Get{accessor}'] + place + indexes)})",
-                f"parts_->{moved_part}.Set({', '.join([f'&Tovrin2Record::Set{accessor}'] + place)}, ",
-                "".join(f", {index}" for index in indexes) + ")")
+        get, let = (", ".join([f"&Tovrin2Record::{way}{accessor}"] + place) for way in ("Get", "Set"))
+        behind = "".join(f", {index}" for index in indexes) + ")"
+        return f"parts_->{moved_part}.Get({get}{behind}", f"parts_->{moved_part}.Set({let}, ", behind
     record = shown_record(cls, prop)
     return (f"{record}.Get{accessor}({', '.join([constant] + indexes)})",
             f"{record}.Set{accessor}({constant}, ", "".join(f", {index}" for index in indexes) + ")")

@@ -3,7 +3,7 @@
 import re
 from dataclasses import dataclass, field
 
-from .source import Source
+from .source import Source, is_of_kind
 
 FIRST_RELEASE, LAST_RELEASE = 8.0, 19.0
 MAX_KEY_WIDTH = 255
@@ -145,18 +145,19 @@ class RecordReader:
     def read(self):
         source = self.source
         source.check_tables(("record", "fields", "keys"))
-        source.check_entries("record", ("name", "file", "doc", "length", "over", "row", "like"))
+        head = source.check_entries("record", {"name": str, "file": str, "doc": str, "length": object,
+                                               "over": str, "row": object, "like": str})
         source.check_names_differ("fields")
-        head = source.tables.get("record", {})
         record = Record(source, source.check_text("record", "name", head, "name"),
                         source.check_text("record", "doc", head, "doc"), head.get("file", ""))
+        if "row" in head and "over" not in head:
+            source.complain("record", "row", "row goes with over")
         if "over" in head:
             self.read_base(record, head)
         elif "like" in head:
-            return self.read_likeness(record, head["like"])
-        elif record.file not in self.file_names:
-            source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml has "
-                            "their names")
+            return self.read_likeness(record, head)
+        else:
+            self.check_file(record)
         self.read_fields(record)
         if "over" in head:
             self.read_row_mark(record, head)
@@ -166,11 +167,18 @@ class RecordReader:
         self.read_keys(record)
         return record
 
+    def check_file(self, record):
+        if record.file not in self.file_names:
+            self.source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml has "
+                                 "their names")
+
     def read_base(self, record, head):
         record.base = self.records.get(head["over"])
         if record.base is None:
             self.source.complain("record", "over", f"unknown record \"{head['over']}\"")
             return
+        if "like" in head:
+            self.source.complain("record", "like", "like and over exclude each other")
         record.file = record.base.file
         record.fields = list(record.base.fields)
         record.lengths = record.base.lengths
@@ -180,22 +188,25 @@ class RecordReader:
         if "keys" in self.source.tables:
             self.source.complain("keys", None, f"the keys are those of {record.base.name}")
 
-    def read_likeness(self, record, name):
+    def read_likeness(self, record, head):
         """A record with the fields and keys of another, in a file of its own."""
-        other = self.records.get(name)
+        other = self.records.get(head["like"])
         if other is None:
-            self.source.complain("record", "like", f"unknown record \"{name}\"")
+            self.source.complain("record", "like", f"unknown record \"{head['like']}\"")
             return record
-        if record.file not in self.file_names:
-            self.source.complain("record", "file", f"unknown file \"{record.file}\"; file_names.toml "
-                                 "has their names")
+        self.check_file(record)
+        if "length" in head:
+            self.source.complain("record", "length", f"length is that of {other.name}")
+        for table in ("fields", "keys"):
+            if table in self.source.tables:
+                self.source.complain(table, None, f"the {table} are those of {other.name}")
         record.fields, record.keys, record.lengths = other.fields, other.keys, other.lengths
         return record
 
     def read_row_mark(self, record, head):
         mark = head.get("row")
         if not (isinstance(mark, dict) and len(mark) == 1 and
-                all(isinstance(value, int) for value in mark.values())):
+                all(is_of_kind(value, int) for value in mark.values())):
             self.source.complain("record", "row", "row names one field and the value that marks "
                                  "the rows, as in { RowType = 4 }")
             return
@@ -205,6 +216,9 @@ class RecordReader:
             self.source.complain("record", "row", f"{name} is no Integer field of the base record")
         else:
             record.row = (marked, value)
+            for other in self.records.values():
+                if other.base is record.base and other.row == record.row:
+                    self.source.complain("record", "row", f"{name} = {value} marks the rows of {other.name}")
 
     def read_fields(self, record):
         offset = sum(f.size for f in record.fields)
@@ -212,7 +226,7 @@ class RecordReader:
             if not isinstance(value, dict):
                 self.source.complain("fields", name, f"{name}: a field is {{ type, doc }}")
                 continue
-            self.source.check_attributes("fields", name, value, ("type", "doc"))
+            value = self.source.check_attributes("fields", name, value, {"type": str, "doc": str})
             parsed = parse_type(self.source.check_text("fields", name, value, "type"))
             if isinstance(parsed, str):
                 self.source.complain("fields", name, f"{name}: {parsed}")

@@ -5,9 +5,19 @@ import tomllib
 from pathlib import Path
 
 
+# What the value of an attribute has to be.
+KINDS = {str: "a text", bool: "true or false", int: "a whole number", float: "a number", list: "a list"}
+
+
+def is_of_kind(value, kind):
+    if kind in (int, float) and isinstance(value, bool):
+        return False
+    return isinstance(value, (int, float) if kind is float else kind)
+
+
 def with_article(name):
     """"a Long", "an Integer"."""
-    return f"{'an' if name[0] in 'AEIOU' else 'a'} {name}"
+    return f"{'an' if name[:1] in tuple('AEIOU') else 'a'} {name}"
 
 
 class Problems:
@@ -59,36 +69,53 @@ class Source:
         return self.path.stem
 
     def line_of(self, table, entry=None):
-        """The line of an entry, or of the table's heading; 1 where it cannot be found."""
-        inside = False
+        """The line of an entry; that of the table's heading where there is no such line, or 1."""
+        inside, told = False, 1
         for number, line in enumerate(self.text.splitlines(), 1):
             heading = re.match(r"\s*\[([^\[\]]+)\]", line)
             if heading:
                 inside = heading[1].strip() == table
-                if inside and entry is None:
-                    return number
+                if inside:
+                    told = number
             elif inside and entry is not None and re.match(
                     rf'\s*"?{re.escape(str(entry))}"?\s*=', line):
                 return number
-        return 1
+        return told
 
     def complain(self, table, entry, text):
         self.problems.add(self, self.line_of(table, entry), text)
 
     def check_tables(self, known):
-        for table in self.tables:
+        for table, entries in list(self.tables.items()):
             if table not in known:
                 self.complain(table, None, f"unknown table [{table}]")
+            elif not isinstance(entries, dict):
+                self.complain(table, None, f"{table} is a table: [{table}]")
+                del self.tables[table]
 
     def check_entries(self, table, known):
-        for entry in self.tables.get(table, {}):
+        """The entries of a table that are known and of their kind; complains of all others."""
+        checked = {}
+        for entry, value in self.tables.get(table, {}).items():
             if entry not in known:
                 self.complain(table, entry, f"unknown entry \"{entry}\" in [{table}]")
+            elif not is_of_kind(value, known[entry]):
+                self.complain(table, entry, f"{entry} is {KINDS[known[entry]]}")
+            else:
+                checked[entry] = value
+        return checked
 
     def check_attributes(self, table, entry, value, known):
-        for attribute in value:
+        """The attributes of an entry that are known and of their kind; complains of all others."""
+        checked = {}
+        for attribute, told in value.items():
             if attribute not in known:
                 self.complain(table, entry, f"{entry}: unknown attribute \"{attribute}\"")
+            elif not is_of_kind(told, known[attribute]):
+                self.complain(table, entry, f"{entry}: {attribute} is {KINDS[known[attribute]]}")
+            else:
+                checked[attribute] = told
+        return checked
 
     def check_text(self, table, entry, value, attribute):
         """The text of an attribute that has to be there, or ""."""
@@ -117,7 +144,7 @@ class NameLists:
         for path in sorted(paths):
             source = Source(path, problems)
             source.check_tables(("list", "names"))
-            source.check_entries("list", ("doc",))
+            source.check_entries("list", {"doc": str})
             source.check_names_differ("names")
             self.lists[source.stem] = source.tables.get("names", {})
 
@@ -131,9 +158,10 @@ class NameLists:
                 expanded[name] = value
                 continue
             common = {key: text for key, text in value.items() if key != "list"}
-            if value["list"] not in self.lists:
-                source.complain(table, name, f"unknown list \"{value['list']}\"")
-            for each, doc in self.lists.get(value["list"], {}).items():
+            told = str(value["list"])
+            if told not in self.lists:
+                source.complain(table, name, f"unknown list \"{told}\"")
+            for each, doc in self.lists.get(told, {}).items():
                 if each not in entries:
                     expanded[each] = common | {"doc": doc}
         return expanded

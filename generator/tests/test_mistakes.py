@@ -7,6 +7,13 @@ from support import DictionaryTest
 RECORD = "engine/records/thing.toml"
 ROW = "engine/records/kind_four.toml"
 CLASS = "things/thing.toml"
+ALIKE = "engine/records/pattern_row.toml"
+FRAME = "things/frames/entry.toml"
+LISTS_FRAME = "things/frames/paying.toml"
+ENTRY = "things/entry.toml"
+PAYING = "things/paying.toml"
+SETTING = "things/setting.toml"
+LEVEL = "things/level.toml"
 
 # What a mistake replaces, by what, and what is said of it. The line is that of the replaced text, unless the
 # mistake tells how many lines further down it is seen.
@@ -132,6 +139,248 @@ MISTAKES = {
         CLASS, "gives = 9", "gives = true", "Ends: gives True, and returns an Integer"),
     "a class without documentation": (
         CLASS, 'doc    = "Things."', 'doc    = ""', "doc: doc is missing"),
+    "a number where a text is told": (
+        CLASS, 'args = "Integer Index", doc = "Four', 'args = 4, doc = "Four', "Amount: args is a text"),
+    "a text where a number is told": (
+        SETTING, "below = 13.0", 'below = "13.0"', "Old: below is a number"),
+    "a text where a truth is told": (
+        ENTRY, 'row = "Account", positions = false', 'row = "Account", positions = "no"',
+        "LastAccount: positions is true or false"),
+    "a property that is no table": (
+        CLASS, 'Code    = { type = "String", doc = "The code." }', 'Code    = 5',
+        'Code: a property is "frame" or a table of attributes'),
+    "an entry where a table belongs": (
+        "things/empty.toml", "[class]", "operations = 5\n[class]", "operations is a table: [operations]"),
+    "a table of another file than the class's": (
+        CLASS, 'file   = "ThingFile"', 'file   = "SharedFile"', "Thing is a record of ThingFile", 1),
+    "a number where a Variant reads a text": (
+        SETTING, 'dead = "Null"', "dead = 5", "Unknown: dead is true or a text"),
+    "a text where a number is dead": (
+        CLASS, 'type = "Integer", dead = true', 'type = "Integer", dead = "Null"',
+        "Green: dead is true or a number"),
+    "a dead truth": (
+        CLASS, 'type = "Integer", dead = true', 'type = "Boolean", dead = false', "Green: dead is true"),
+    "a text where a number is returned": (
+        CLASS, "gives = 9", 'gives = "9"', "Ends: gives 9, and returns an Integer"),
+
+    "likeness to a record that is not there": (
+        ALIKE, '"EntryRow"', '"EntryCow"', 'unknown record "EntryCow"'),
+    "likeness in a file that the table of names has not": (
+        ALIKE, '"PatternRowFile"', '"Patterns"', 'unknown file "Patterns"; file_names.toml has their names'),
+    "fields of a record that is like another": (
+        ALIKE, 'doc  = "One row of a pattern."', 'doc  = "One row of a pattern."\n[fields]',
+        "the fields are those of EntryRow", 1),
+    "keys of a record that is like another": (
+        ALIKE, 'doc  = "One row of a pattern."', 'doc  = "One row of a pattern."\n[keys]',
+        "the keys are those of EntryRow", 1),
+    "a length of a record that is like another": (
+        ALIKE, 'like = "EntryRow"', 'like = "EntryRow"\nlength = 26', "length is that of EntryRow", 1),
+    "a record over one and like another": (
+        ROW, 'over = "SharedRow"', 'over = "SharedRow"\nlike = "Thing"',
+        "like and over exclude each other", 1),
+    "a row mark of a record over none": (
+        RECORD, 'doc    = "A record', 'row = { Number = 4 }\ndoc    = "A record', "row goes with over"),
+
+    "two kinds of row under one mark": (
+        ROW, "{ Kind = 4 }", "{ Kind = 5 }", "Kind = 5 marks the rows of KindFive"),
+    "a row mark that is no number": (
+        ROW, "{ Kind = 4 }", "{ Kind = true }",
+        "row names one field and the value that marks the rows, as in { RowType = 4 }"),
+
+    "a frame over a record that is not there": (
+        FRAME, 'record    = "Entry"', 'record    = "Entrance"', 'unknown record "Entrance"'),
+    "a frame over rows that are not there": (
+        FRAME, 'rows      = "EntryRow"', 'rows      = "Rows"', 'unknown record "Rows"'),
+    "a frame over a file that the table of names has not": (
+        FRAME, '"EntryFile"', '"Entries"', 'unknown file "Entries"; file_names.toml has their names'),
+    "a frame like one that is not there": (
+        LISTS_FRAME, 'like      = "entry"', 'like      = "entrance"', 'unknown frame "entrance"'),
+    "two frames of one name": (
+        LISTS_FRAME, 'name      = "paying"', 'name      = "entry"', "there is a frame entry already"),
+    "lists of rows that are no names": (
+        LISTS_FRAME, '["pay", "job"]', "[1, 2]", "lists is the names of the lists of rows"),
+    "a frame without a C++ class": (
+        FRAME, 'type      = "EntryFrame"', 'type      = ""', "type: type is missing"),
+    "a constructor of what a class has not": (
+        FRAME, "{journal}", "{code}",
+        "construct: a class has no {code}; it has {name}, {journal}, {file}, {record}"),
+    "a constructor whose braces do not match": (
+        FRAME, "{journal}", "{journal", "construct: expected '}' before end of string"),
+    "a frame's operation without documentation": (
+        FRAME, '{ doc = "Closes the files." }', "{}", "CloseFile: doc is missing"),
+    "a frame's operation of an argument that is none": (
+        FRAME, 'args = "String Name"', 'args = "Name"', 'ReadForName: "Name" is no argument'),
+    "a frame's operation that returns an unknown type": (
+        FRAME, '{ doc = "Closes the files." }', '{ returns = "Status", doc = "Closes." }',
+        'CloseFile: unknown type "Status"'),
+    "a frame's member that is no table": (
+        FRAME, '{ doc = "Closes the files." }', '"frame"',
+        "CloseFile: a member of a frame is a table of attributes"),
+    "an attribute that a frame's property has not": (
+        FRAME, 'field = "Total"', 'part = "Total"', 'Total: unknown attribute "part"'),
+    "a frame's property of an unknown type": (
+        FRAME, 'Total       = { type = "Double"', 'Total       = { type = "Real"',
+        'Total: unknown type "Real"'),
+    "a frame's property over a field that is not there": (
+        FRAME, 'field = "Total"', 'field = "Sum"', "Total: there is no field Sum"),
+    "a frame's property over a row's field that is not there": (
+        FRAME, 'row = "Made"', 'row = "Date"', "DetailMade: there is no field Date"),
+
+    "a class of an unknown frame": (
+        ENTRY, 'frame   = "entry"', 'frame   = "entrance"', 'unknown frame "entrance"'),
+    "a property that the frame has not": (
+        ENTRY, 'Key          = "frame"', 'Keys         = "frame"', "Keys: is no property of the frame"),
+    "another name of an operation that the frame has not": (
+        ENTRY, 'frame = "ReadForName"', 'frame = "ReadName"',
+        "ReadByLabel: ReadName is no operation of the frame"),
+    "another name of an operation with other arguments": (
+        ENTRY, 'args = "String Label"', 'args = "Long Label"',
+        "ReadByLabel: ReadForName of the frame has other arguments: String"),
+    "neither true nor a name of the frame": (
+        ENTRY, "frame = true", "frame = false", "OpenFile: frame is true, or the frame's name for it"),
+    "an operation of the frame without a frame": (
+        "things/empty.toml", 'doc  = "A class without a member."',
+        'doc  = "A class."\n[operations]\nOpenFile = "frame"',
+        "OpenFile: an operation of the frame needs a file and a record", 2),
+    "a file of a class whose frame has one": (
+        ENTRY, "journal = 3", 'journal = 3\nfile = "EntryFile"', "file is that of the frame entry", 1),
+    "a class without the record that its frame needs": (
+        LEVEL, 'record = "KindFive"\n', "", "record is missing", -3),
+    "a row of another file than the frame's": (
+        LEVEL, 'record = "KindFive"', 'record = "Entry"', "the frame setting is over rows of SharedFile"),
+    "a journal without a code": (
+        ENTRY, "journal = 3\n", "",
+        "journal is missing: the frame entry takes its code", -3),
+    "a code that is no number": (ENTRY, "journal = 3", 'journal = "3"', "journal is a whole number"),
+    "a code of what is no journal": (
+        LEVEL, 'doc    =', 'journal = 3\ndoc    =',
+        "journal: the frame setting takes no code"),
+    "a departure that is neither true nor false": (
+        CLASS, "close_keeps_open_mark = true", "close_keeps_open_mark = 1",
+        "close_keeps_open_mark is true or false"),
+    "a departure of a class whose parts are by hand": (
+        SETTING, "[records]", "[frame]\nmissing_account_reads_empty = true\n[records]",
+        "departures are of a class with a frame whose parts are not by hand"),
+
+    "further records of parts that are not by hand": (
+        SETTING, 'parts  = "by hand"\n', "",
+        "further records are of a class with a frame whose parts are by hand", 2),
+    "a further record that is not there": (
+        SETTING, '"KindFour"', '"KindFor"', 'four: unknown record "KindFor"'),
+    "a part that the class has not": (
+        SETTING, 'part = "four"', 'part = "for"', "Text: there is no part for in [records]"),
+    "a field that the part's record has not": (
+        SETTING, 'part = "four"', 'part = "newer"', "Text: there is no field Text"),
+    "a field moved to a part that the class has not": (
+        SETTING, '"newer.Amount"', '"new.Amount"',
+        "Share: moved to new.Amount, and there is no such part and field"),
+    "a field moved to one that is not there": (
+        SETTING, '"newer.Amount"', '"newer.Total"',
+        "Share: moved to newer.Total, and there is no such part and field"),
+    "a field moved to one of another type": (
+        SETTING, '"newer.Amount"', '"newer.Made"',
+        "Share: moved to newer.Made, which is another type than before"),
+    "a field moved to one with another number of indexes": (
+        SETTING, '"newer.Marks"', '"newer.Account"',
+        "Marks: moved to newer.Account, which is another type than before"),
+    "a moved field without an index to tell the row": (
+        SETTING, 'account = "Account"', 'account = "Account", moved = "newer.Account"',
+        "AccountID: moved takes a field that repeats, whose index tells the row"),
+    "a first row of a field that is not moved": (
+        SETTING, 'part = "four"', 'part = "four", first_row = 1', "Text: first_row goes with moved"),
+    "a first row that is no number": (
+        SETTING, "first_row = 40", 'first_row = "40"', "Marks: first_row is a whole number"),
+    "an account that is no Long": (
+        SETTING, 'account = "Account"', 'account = "Old"',
+        "AccountID: an account is a Long shown as a String"),
+    "an account without a part that looks it up": (
+        CLASS, 'Number  = { type = "Long", access = "w"', 'Number  = { type = "String", account = "Number"',
+        "Number: accounts are looked up by a part accounts, which parts by hand have"),
+    "an address of parts that are not by hand": (
+        CLASS, 'Code    = { type = "String"', 'Code    = { type = "String", address = "City"',
+        "Code: addresses are a part of a class whose parts are by hand"),
+    "an address by more than its number": (
+        SETTING, 'args = "Integer Index", address', 'args = "Long Index", address',
+        "Cities: an address is the first one or has an Integer number"),
+    "a release of what is no address": (
+        SETTING, "below = 13.0", "from = 13.0", "Old: from goes with address"),
+    "what the file does not tell": (
+        SETTING, '"ActualLength"', '"Length"', "Length: of_file is one of ActualLength (Long), "
+        "RecordByte (Byte), FileVersion (Double), read-only"),
+    "what the file tells, to be written": (
+        SETTING, 'type = "Long", access = "r"', 'type = "Long"', "Length: of_file is one of"),
+    "a byte of the file without its number": (
+        SETTING, 'args = "Integer Index", access = "r"', 'access = "r"',
+        "Octet: RecordByte takes one index, and the others none"),
+    "what the file tells where there is none": (
+        "things/empty.toml", 'doc  = "A class without a member."',
+        'doc  = "A class."\n[properties]\nA = { type = "Long", access = "r", of_file = "ActualLength", '
+        'doc = "A." }', "A: there is no file to tell of", 2),
+    "a field where there is no record": (
+        "things/empty.toml", 'doc  = "A class without a member."',
+        'doc  = "A class."\n[properties]\nA = { type = "Long", doc = "A." }',
+        "A: there is no record to show a field of", 2),
+
+    "a conversion of no whole number": (
+        ENTRY, 'Made         = { type = "Variant date"', 'Made         = { type = "Long", converted = true',
+        "Made: converted is for whole numbers of two types, or for a Boolean over one"),
+    "a conversion to the field's own type": (
+        ENTRY, 'Kind         = { type = "Boolean"', 'Kind         = { type = "Integer"',
+        "Kind: converted is for whole numbers of two types, or for a Boolean over one"),
+    "a row's property without its number": (
+        ENTRY, 'DetailAmount = { type = "Double", args = "Integer Index"', 'DetailAmount = { type = "Double"',
+        "DetailAmount: a row's property takes the Integer number of the row"),
+    "a row's property by hand without its number": (
+        ENTRY, 'DetailByHand = { type = "Long", args = "Integer Index"', 'DetailByHand = { type = "Long"',
+        "DetailByHand: a row's property takes the Integer number of the row"),
+    "a row's property by another type of number": (
+        ENTRY, 'DetailAmount = { type = "Double", args = "Integer',
+        'DetailAmount = { type = "Double", args = "Long',
+        "DetailAmount: a row's property takes the Integer number of the row"),
+    "a row's field that is not there": (
+        ENTRY, 'row = "Amount", doc', 'row = "Sum", doc', "DetailAmount: there is no field Sum"),
+    "a row's field that repeats": (
+        ENTRY, 'type = "Double", args = "Integer Index", row = "Amount", doc',
+        'type = "Byte", args = "Integer Index", row = "Marks", doc',
+        "DetailAmount: the field Marks of a row repeats"),
+    "a row's property of another type than its field": (
+        ENTRY, 'row = "Amount", doc', 'row = "Number", doc',
+        "DetailAmount: is a Double, and the field Number a Long"),
+    "a row where there are none": (
+        SETTING, 'part = "four"', 'row = "Text"', "Text: rows are those of a class over transactions"),
+    "the row in hand of a header's field": (
+        ENTRY, 'Made         = { type = "Variant date"',
+        'Made         = { type = "Variant date", positions = false', "Made: positions goes with row"),
+    "a header's field of a row": (
+        ENTRY, 'Made         = { type = "Variant date"',
+        'Made         = { type = "Variant date", of_row = true', "Made: of_row goes with by_hand"),
+    "a list of a frame that has one": (
+        ENTRY, 'row = "Amount", doc', 'row = "Amount", rows = "pay", doc',
+        "DetailAmount: the frame entry has one list of rows"),
+    "a list that the frame has not": (
+        PAYING, 'row = "Amount", rows = "job"', 'row = "Amount", rows = "jobs"',
+        "JobAmount: rows is pay or job"),
+    "a row of no list where there are two": (
+        PAYING, 'row = "Amount", rows = "job"', 'row = "Amount"', "JobAmount: rows is pay or job"),
+    "a row by hand of no list where there are two": (
+        PAYING, 'of_row = true, rows = "job"', "of_row = true", "JobByHand: rows is pay or job"),
+    "a list of what belongs to no row": (
+        PAYING, 'of_row = true, rows = "job"', 'rows = "job"', "JobByHand: rows goes with row or of_row"),
+    "two fields at once": (
+        ENTRY, 'row = "Amount", doc', 'field = "Total", row = "Amount", doc',
+        "DetailAmount: field and row exclude each other"),
+    "a clamp of a row's number": (
+        ENTRY, 'row = "Amount", doc', 'row = "Amount", clamp = [1, 2], doc',
+        "DetailAmount: row and clamp exclude each other"),
+    "a clamp that is no range": (
+        CLASS, "clamp = [1, 3]", "clamp = [1, 2, 3]", "bLimit: clamp is a range such as [1, 20]"),
+    "a clamp that is no list": (CLASS, "clamp = [1, 3]", "clamp = 3", "bLimit: clamp is a list"),
+    "a clamp without an index": (
+        CLASS, 'args = "Integer Index", field = "Amount"', 'args = "Long Index", field = "Amount"',
+        "bLimit: clamp wants one Integer index"),
+    "an older field that is by hand": (
+        SETTING, "below = 13.0", 'below = 13.0, by_hand = "the test"',
+        "Old: by_hand and below exclude each other"),
 }
 
 
@@ -153,6 +402,16 @@ class Mistakes(DictionaryTest):
         _, _, err = self.run_generator()
         self.assertEqual(len(err.splitlines()), 1)
         self.assertIn(f"{RECORD}:{line}: ", err)
+
+    def test_an_unknown_frame_is_told_alone_and_not_of_every_member(self):
+        line = self.change(ENTRY, 'frame   = "entry"', 'frame   = "entrance"')
+        _, _, err = self.run_generator()
+        self.assertEqual(err, f'{self.source / ENTRY}:{line}: unknown frame "entrance"\n')
+
+    def test_a_mistake_of_a_frame_is_told_there_and_not_in_its_classes(self):
+        line = self.change(FRAME, 'field = "Total"', 'field = "Sum"')
+        _, _, err = self.run_generator()
+        self.assertEqual(err, f"{self.source / FRAME}:{line}: Total: there is no field Sum\n")
 
     def test_all_mistakes_of_a_run_are_told(self):
         self.change(RECORD, 'type = "Single"', 'type = "Float"')

@@ -78,6 +78,8 @@ struct Member {
   /// Set where the property belongs to one row of a transaction: its index is the number of the
   /// row, from 1, and `field` one of the row's record.
   bool ofRow = false;
+  /// Which of a transaction's lists the row is in, where it has several: "pay" or "job".
+  std::string_view rowList = {};
 
   /// "rw", "r" or "w"; "-" for operations.
   [[nodiscard]] std::string_view Access() const;

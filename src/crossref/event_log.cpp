@@ -17,33 +17,20 @@ constexpr std::int16_t OfCustomer = 1;
 constexpr std::int16_t OfEmployee = 2;
 constexpr std::int16_t OfVendor = 3;
 
-/// What `ID` raises for a table. The words differ in case and arrows, and employees are looked up
-/// under the customers' name.
-struct Errors {
-  LookUpError open;
-  LookUpError byIndex;
-  LookUpError byID;
-};
-
-constexpr Errors CustomerErrors{{ErrorOpen, "Eventlog.ID", "=>Customer.OpenFile"},
-                                {ErrorRead, "Eventlog.ID", "->Customer.GetForIndex("},
-                                {ErrorRead, "EventLog.ID", "->Customer.GetEqual("}};
-constexpr Errors EmployeeErrors{{ErrorOpen, "Eventlog.ID", "=>Employee.OpenFile"},
-                                {ErrorRead, "Eventlog.ID", "->Customer.GetForIndex("},
-                                {ErrorRead, "EventLog.ID", "->Employee.GetEqual("}};
-constexpr Errors VendorErrors{{ErrorOpen, "Eventlog.ID", "=>Vendor.OpenFile"},
-                              {ErrorRead, "Eventlog.ID", "->Vendor.GetForIndex("},
-                              {ErrorRead, "EventLog.ID", "->Vendor.GetEqual("}};
-
-std::string IDOf(MasterLookUp& table, std::int32_t index, const Errors& errors) {
-  table.OpenOnNeed(TovrinFile::NormalMode, errors.open);
-  return table.IDOf(index, errors.byIndex);
-}
-
-std::int32_t IndexOf(MasterLookUp& table, std::string_view id, const Errors& errors) {
-  table.OpenOnNeed(TovrinFile::NormalMode, errors.open);
-  return table.IndexOf(id, errors.byID);
-}
+// What `ID` raises. The words differ in case and arrows, and employees are looked up under the
+// customers' name.
+constexpr ReferenceErrors CustomerErrors{{ErrorOpen, "Eventlog.ID", "=>Customer.OpenFile"},
+                                         {ErrorOpen, "Eventlog.ID", "=>Customer.OpenFile"},
+                                         {ErrorRead, "Eventlog.ID", "->Customer.GetForIndex("},
+                                         {ErrorRead, "EventLog.ID", "->Customer.GetEqual("}};
+constexpr ReferenceErrors EmployeeErrors{{ErrorOpen, "Eventlog.ID", "=>Employee.OpenFile"},
+                                         {ErrorOpen, "Eventlog.ID", "=>Employee.OpenFile"},
+                                         {ErrorRead, "Eventlog.ID", "->Customer.GetForIndex("},
+                                         {ErrorRead, "EventLog.ID", "->Employee.GetEqual("}};
+constexpr ReferenceErrors VendorErrors{{ErrorOpen, "Eventlog.ID", "=>Vendor.OpenFile"},
+                                       {ErrorOpen, "Eventlog.ID", "=>Vendor.OpenFile"},
+                                       {ErrorRead, "Eventlog.ID", "->Vendor.GetForIndex("},
+                                       {ErrorRead, "EventLog.ID", "->Vendor.GetEqual("}};
 
 /// A stored number as an Integer; 0 where it does not fit, which raises nothing.
 std::int16_t NarrowOr0(std::int32_t number) {
@@ -87,12 +74,12 @@ std::string EventLog::ID() {
   if (index == 0) return {};
   switch (EventType()) {
     case OfCustomer:
-      return IDOf(parts_->customers, index, CustomerErrors);
+      return parts_->customers.ReferenceID(index, CustomerErrors);
     case OfEmployee:
       if (parts_->table.FileVersion() < KnowsEmployees) return {};
-      return IDOf(parts_->employees, index, EmployeeErrors);
+      return parts_->employees.ReferenceID(index, EmployeeErrors);
     case OfVendor:
-      return IDOf(parts_->vendors, index, VendorErrors);
+      return parts_->vendors.ReferenceID(index, VendorErrors);
     default:
       return {};
   }
@@ -105,15 +92,15 @@ void EventLog::ID(std::string_view value) {
   std::int32_t index = 0;
   switch (EventType()) {
     case OfCustomer:
-      index = IndexOf(parts_->customers, value, CustomerErrors);
+      index = parts_->customers.ReferenceIndex(value, CustomerErrors);
       break;
     case OfEmployee:
       if (parts_->table.FileVersion() >= KnowsEmployees) {
-        index = IndexOf(parts_->employees, value, EmployeeErrors);
+        index = parts_->employees.ReferenceIndex(value, EmployeeErrors);
       }
       break;
     case OfVendor:
-      index = IndexOf(parts_->vendors, value, VendorErrors);
+      index = parts_->vendors.ReferenceIndex(value, VendorErrors);
       break;
     default:
       break;

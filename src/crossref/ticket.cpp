@@ -10,55 +10,38 @@ constexpr std::int16_t ForJob = 2;
 
 constexpr std::int16_t ByTicketNumber = 5;
 
-/// What a reference raises. The words name other properties than the one that asks, and differ in
-/// case.
-struct Errors {
-  LookUpError open;
-  LookUpError openByID;
-  LookUpError byIndex;
-  LookUpError byID;
-};
+// What a reference raises. The words name other properties than the one that asks, and differ in
+// case.
 
 constexpr std::string_view CompletedForOpen = "Ticket.CompletedForId";
 constexpr std::string_view CompletedFor = "Ticket.CompletedForID";
 constexpr std::string_view RecordedByOpen = "Ticket.RecordedById";
 constexpr std::string_view RecordedBy = "Ticket.RecordedByID";
 
-constexpr Errors CustomerErrors{{ErrorOpen, CompletedForOpen, "->Customer.Open"},
-                                {ErrorOpen, CompletedForOpen, "->Customer.Open"},
-                                {ErrorRead, CompletedFor, "->Customer.GetForIndex("},
-                                {ErrorRead, CompletedFor, "->Customer.GetEqual("}};
-constexpr Errors JobErrors{{ErrorOpen, CompletedForOpen, "->Job.Open"},
-                           {ErrorOpen, CompletedForOpen, "->Job.Open"},
-                           {ErrorRead, CompletedFor, "->Job.GetForIndex("},
-                           {ErrorRead, CompletedFor, "->Job.GetEqual("}};
-constexpr Errors CostErrors{{ErrorOpen, CompletedForOpen, "->Cost.Open"},
-                            {ErrorOpen, CompletedForOpen, "->Cost.Open"},
-                            {ErrorRead, CompletedFor, "->Cost.GetForIndex("},
-                            {ErrorRead, CompletedFor, "->Cost.GetEqual("}};
-constexpr Errors PhaseErrors{{ErrorOpen, CompletedForOpen, "->Phase.Open"},
-                             {ErrorOpen, CompletedForOpen, "->Phase.Open"},
-                             {ErrorRead, CompletedFor, "->Phase.GetForIndex("},
-                             {ErrorRead, CompletedFor, "->Phase.GetEqual("}};
-constexpr Errors EmployeeErrors{{ErrorOpen, RecordedBy, "->Employee.Open"},
-                                {ErrorOpen, RecordedByOpen, "->Employee.Open"},
-                                {ErrorRead, RecordedBy, "->Employee.GetForIndex("},
-                                {ErrorRead, RecordedBy, "->Employee.GetEqual("}};
-constexpr Errors VendorErrors{{ErrorOpen, RecordedByOpen, "->Vendor.Open"},
-                              {ErrorOpen, RecordedByOpen, "->Vendor.Open"},
-                              {ErrorRead, RecordedBy, "->Vendor.GetForIndex("},
-                              {ErrorRead, RecordedBy, "->Vendor.GetEqual("}};
-
-std::string IDOf(MasterLookUp& table, std::int32_t index, const Errors& errors) {
-  if (index == 0) return {};
-  table.OpenOnNeed(TovrinFile::NormalMode, errors.open);
-  return table.IDOf(index, errors.byIndex);
-}
-
-std::int32_t IndexOf(MasterLookUp& table, std::string_view id, const Errors& errors) {
-  table.OpenOnNeed(TovrinFile::NormalMode, errors.openByID);
-  return table.IndexOf(id, errors.byID);
-}
+constexpr ReferenceErrors CustomerErrors{{ErrorOpen, CompletedForOpen, "->Customer.Open"},
+                                         {ErrorOpen, CompletedForOpen, "->Customer.Open"},
+                                         {ErrorRead, CompletedFor, "->Customer.GetForIndex("},
+                                         {ErrorRead, CompletedFor, "->Customer.GetEqual("}};
+constexpr ReferenceErrors JobErrors{{ErrorOpen, CompletedForOpen, "->Job.Open"},
+                                    {ErrorOpen, CompletedForOpen, "->Job.Open"},
+                                    {ErrorRead, CompletedFor, "->Job.GetForIndex("},
+                                    {ErrorRead, CompletedFor, "->Job.GetEqual("}};
+constexpr ReferenceErrors CostErrors{{ErrorOpen, CompletedForOpen, "->Cost.Open"},
+                                     {ErrorOpen, CompletedForOpen, "->Cost.Open"},
+                                     {ErrorRead, CompletedFor, "->Cost.GetForIndex("},
+                                     {ErrorRead, CompletedFor, "->Cost.GetEqual("}};
+constexpr ReferenceErrors PhaseErrors{{ErrorOpen, CompletedForOpen, "->Phase.Open"},
+                                      {ErrorOpen, CompletedForOpen, "->Phase.Open"},
+                                      {ErrorRead, CompletedFor, "->Phase.GetForIndex("},
+                                      {ErrorRead, CompletedFor, "->Phase.GetEqual("}};
+constexpr ReferenceErrors EmployeeErrors{{ErrorOpen, RecordedBy, "->Employee.Open"},
+                                         {ErrorOpen, RecordedByOpen, "->Employee.Open"},
+                                         {ErrorRead, RecordedBy, "->Employee.GetForIndex("},
+                                         {ErrorRead, RecordedBy, "->Employee.GetEqual("}};
+constexpr ReferenceErrors VendorErrors{{ErrorOpen, RecordedByOpen, "->Vendor.Open"},
+                                       {ErrorOpen, RecordedByOpen, "->Vendor.Open"},
+                                       {ErrorRead, RecordedBy, "->Vendor.GetForIndex("},
+                                       {ErrorRead, RecordedBy, "->Vendor.GetEqual("}};
 
 /// The indexes of people and jobs go through 16 bits: one that does not fit raises error 6.
 std::int16_t Narrow(std::int32_t index) { return Variant(index).ToInteger(); }
@@ -88,10 +71,10 @@ std::string Ticket::CompletedForID() {
   const Tovrin2Record& ticket = parts_->table.Record();
   switch (CustJobAdmin()) {
     case ForCustomer:
-      return IDOf(parts_->customers, Narrow(ticket.GetLong(TicketRecord::CustomerIndex)),
-                  CustomerErrors);
+      return parts_->customers.ReferenceID(Narrow(ticket.GetLong(TicketRecord::CustomerIndex)),
+                                           CustomerErrors);
     case ForJob:
-      return IDOf(parts_->jobs, Narrow(ticket.GetLong(TicketRecord::JobIndex)), JobErrors);
+      return parts_->jobs.ReferenceID(Narrow(ticket.GetLong(TicketRecord::JobIndex)), JobErrors);
     default:
       return {};
   }
@@ -112,37 +95,38 @@ void Ticket::CompletedForID(std::string_view value) {
         }
       }
       return ticket.SetLong(TicketRecord::CustomerIndex,
-                            IndexOf(parts_->customers, value, CustomerErrors));
+                            parts_->customers.ReferenceIndex(value, CustomerErrors));
     case ForJob:
-      return ticket.SetLong(TicketRecord::JobIndex, IndexOf(parts_->jobs, value, JobErrors));
+      return ticket.SetLong(TicketRecord::JobIndex, parts_->jobs.ReferenceIndex(value, JobErrors));
     default:
       return;
   }
 }
 
 std::string Ticket::CostID() {
-  return IDOf(parts_->costs, parts_->table.Record().GetLong(TicketRecord::CostIndex), CostErrors);
+  return parts_->costs.ReferenceID(parts_->table.Record().GetLong(TicketRecord::CostIndex),
+                                   CostErrors);
 }
 
 void Ticket::CostID(std::string_view value) {
   parts_->table.Record().SetLong(TicketRecord::CostIndex,
-                                 value.empty() ? 0 : IndexOf(parts_->costs, value, CostErrors));
+                                 parts_->costs.ReferenceIndex(value, CostErrors));
 }
 
 std::string Ticket::PhaseID() {
-  return IDOf(parts_->phases, parts_->table.Record().GetLong(TicketRecord::PhaseIndex),
-              PhaseErrors);
+  return parts_->phases.ReferenceID(parts_->table.Record().GetLong(TicketRecord::PhaseIndex),
+                                    PhaseErrors);
 }
 
 void Ticket::PhaseID(std::string_view value) {
   parts_->table.Record().SetLong(TicketRecord::PhaseIndex,
-                                 value.empty() ? 0 : IndexOf(parts_->phases, value, PhaseErrors));
+                                 parts_->phases.ReferenceIndex(value, PhaseErrors));
 }
 
 std::string Ticket::RecordedByID() {
   const std::int16_t index = Narrow(parts_->table.Record().GetLong(TicketRecord::RecordedByIndex));
-  return VendorFlag() ? IDOf(parts_->vendors, index, VendorErrors)
-                      : IDOf(parts_->employees, index, EmployeeErrors);
+  return VendorFlag() ? parts_->vendors.ReferenceID(index, VendorErrors)
+                      : parts_->employees.ReferenceID(index, EmployeeErrors);
 }
 
 // The empty text takes the customer away, and leaves who recorded the ticket.
@@ -150,8 +134,8 @@ void Ticket::RecordedByID(std::string_view value) {
   Tovrin2Record& ticket = parts_->table.Record();
   if (value.empty()) return ticket.SetLong(TicketRecord::CustomerIndex, 0);
   ticket.SetLong(TicketRecord::RecordedByIndex,
-                 VendorFlag() ? Narrow(IndexOf(parts_->vendors, value, VendorErrors))
-                              : IndexOf(parts_->employees, value, EmployeeErrors));
+                 VendorFlag() ? Narrow(parts_->vendors.ReferenceIndex(value, VendorErrors))
+                              : parts_->employees.ReferenceIndex(value, EmployeeErrors));
 }
 
 // On a file object of its own, so that nobody's walk is disturbed.

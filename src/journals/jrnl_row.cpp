@@ -7,34 +7,19 @@ namespace {
 constexpr std::int16_t ByTransaction = 0;
 constexpr std::int16_t ByJob = 6;
 
-/// What one of the resolved properties raises.
-struct Errors {
-  LookUpError open;
-  LookUpError byIndex;
-  LookUpError byID;
-};
-
-constexpr Errors CostErrors{{ErrorRead, "JrnlRow.CostID", "->Cost.Open"},
-                            {ErrorRead, "JrnlRow.CostID", "->Cost.GetForIndex("},
-                            {ErrorAccount, "JrnlRow.CostID", "->Cost.GetEqual("}};
-constexpr Errors PhaseErrors{{ErrorRead, "JrnlRow.PhaseID", "->Phase.Open"},
-                             {ErrorRead, "JrnlRow.PhaseID", "->Phase.GetForIndex("},
-                             {ErrorAccount, "JrnlRow.PhaseID", "->Phase.GetEqual("}};
-constexpr Errors EmployeeErrors{{ErrorRead, "JrnlRow.EmployeeID", "->Employee.Open"},
-                                {ErrorRead, "JrnlRow.EmployeeID", "->Employee.GetForIndex("},
-                                {ErrorAccount, "JrnlRow.EmployeeID", "->Employee.GetEqual("}};
-
-std::string IDOf(MasterLookUp& master, std::int32_t index, const Errors& errors) {
-  if (index == 0) return {};
-  master.OpenOnNeed(TovrinFile::NormalMode, errors.open);
-  return master.IDOf(index, errors.byIndex);
-}
-
-std::int32_t IndexOf(MasterLookUp& master, std::string_view id, const Errors& errors) {
-  if (id.empty()) return 0;
-  master.OpenOnNeed(TovrinFile::NormalMode, errors.open);
-  return master.IndexOf(id, errors.byID);
-}
+constexpr ReferenceErrors CostErrors{{ErrorRead, "JrnlRow.CostID", "->Cost.Open"},
+                                     {ErrorRead, "JrnlRow.CostID", "->Cost.Open"},
+                                     {ErrorRead, "JrnlRow.CostID", "->Cost.GetForIndex("},
+                                     {ErrorAccount, "JrnlRow.CostID", "->Cost.GetEqual("}};
+constexpr ReferenceErrors PhaseErrors{{ErrorRead, "JrnlRow.PhaseID", "->Phase.Open"},
+                                      {ErrorRead, "JrnlRow.PhaseID", "->Phase.Open"},
+                                      {ErrorRead, "JrnlRow.PhaseID", "->Phase.GetForIndex("},
+                                      {ErrorAccount, "JrnlRow.PhaseID", "->Phase.GetEqual("}};
+constexpr ReferenceErrors EmployeeErrors{
+    {ErrorRead, "JrnlRow.EmployeeID", "->Employee.Open"},
+    {ErrorRead, "JrnlRow.EmployeeID", "->Employee.Open"},
+    {ErrorRead, "JrnlRow.EmployeeID", "->Employee.GetForIndex("},
+    {ErrorAccount, "JrnlRow.EmployeeID", "->Employee.GetEqual("}};
 
 }  // namespace
 
@@ -105,27 +90,27 @@ std::string JrnlRow::CostID() {
 
 void JrnlRow::CostID(std::string_view value) {
   parts_->table.Record().SetLong(JrnlRowRecord::CostIndex,
-                                 IndexOf(parts_->costs, value, CostErrors));
+                                 parts_->costs.ReferenceIndex(value, CostErrors));
 }
 
 std::string JrnlRow::PhaseID() {
-  return IDOf(parts_->phases, parts_->table.Record().GetLong(JrnlRowRecord::PhaseIndex),
-              PhaseErrors);
+  return parts_->phases.ReferenceID(parts_->table.Record().GetLong(JrnlRowRecord::PhaseIndex),
+                                    PhaseErrors);
 }
 
 void JrnlRow::PhaseID(std::string_view value) {
   parts_->table.Record().SetLong(JrnlRowRecord::PhaseIndex,
-                                 IndexOf(parts_->phases, value, PhaseErrors));
+                                 parts_->phases.ReferenceIndex(value, PhaseErrors));
 }
 
 std::string JrnlRow::EmployeeID() {
-  return IDOf(parts_->employees, parts_->table.Record().GetLong(JrnlRowRecord::EmployeeIndex),
-              EmployeeErrors);
+  return parts_->employees.ReferenceID(parts_->table.Record().GetLong(JrnlRowRecord::EmployeeIndex),
+                                       EmployeeErrors);
 }
 
 void JrnlRow::EmployeeID(std::string_view value) {
   parts_->table.Record().SetLong(JrnlRowRecord::EmployeeIndex,
-                                 IndexOf(parts_->employees, value, EmployeeErrors));
+                                 parts_->employees.ReferenceIndex(value, EmployeeErrors));
 }
 
 }  // namespace larkmoor

@@ -79,7 +79,8 @@ class RowList {
   void Resize(std::int32_t last);
 
   std::vector<Image> images_ = std::vector<Image>(1);
-  /// All elements from here on are blank, so that a walk does not blank the same ones at every load.
+  /// All elements from here on are blank, so that a walk does not blank the same ones at every
+  /// load.
   std::size_t blankFrom_ = 0;
   RowCounts counts_;
 };

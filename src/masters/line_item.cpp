@@ -4,11 +4,10 @@
 namespace larkmoor {
 namespace {
 
-constexpr std::string_view Buyer = "LineItem.BuyerID";
-
-void OpenEmployees(MasterLookUp& employees) {
-  employees.OpenOnNeed(TovrinFile::NormalMode, {ErrorRead, Buyer, "->Employee.Open"});
-}
+constexpr ReferenceErrors BuyerErrors{{ErrorRead, "LineItem.BuyerID", "->Employee.Open"},
+                                      {ErrorRead, "LineItem.BuyerID", "->Employee.Open"},
+                                      {ErrorRead, "LineItem.BuyerID", "->Employee.GetForIndex("},
+                                      {ErrorAccount, "LineItem.BuyerID", "->Employee.GetEqual("}};
 
 }  // namespace
 
@@ -39,19 +38,13 @@ std::uint8_t LineItem::RecordByte(std::int32_t Index) {
 }
 
 std::string LineItem::BuyerID() {
-  const std::int32_t index = parts_->table.Record().GetLong(LineItemRecord::BuyerIndex);
-  if (index == 0) return {};
-  OpenEmployees(parts_->employees);
-  return parts_->employees.IDOf(index, {ErrorRead, Buyer, "->Employee.GetForIndex("});
+  return parts_->employees.ReferenceID(parts_->table.Record().GetLong(LineItemRecord::BuyerIndex),
+                                       BuyerErrors);
 }
 
 void LineItem::BuyerID(std::string_view value) {
-  std::int32_t index = 0;
-  if (!value.empty()) {
-    OpenEmployees(parts_->employees);
-    index = parts_->employees.IndexOf(value, {ErrorAccount, Buyer, "->Employee.GetEqual("});
-  }
-  parts_->table.Record().SetLong(LineItemRecord::BuyerIndex, index);
+  parts_->table.Record().SetLong(LineItemRecord::BuyerIndex,
+                                 parts_->employees.ReferenceIndex(value, BuyerErrors));
 }
 
 // A bill of material cannot be changed through the item.

@@ -69,4 +69,16 @@ std::int32_t MasterLookUp::IndexOf(std::string_view id, const LookUpError& error
   Raise(error, std::string(id) + ")", status);
 }
 
+std::string MasterLookUp::ReferenceID(std::int32_t index, const ReferenceErrors& errors) {
+  if (index == 0) return {};
+  OpenOnNeed(TovrinFile::NormalMode, errors.open);
+  return IDOf(index, errors.byIndex);
+}
+
+std::int32_t MasterLookUp::ReferenceIndex(std::string_view id, const ReferenceErrors& errors) {
+  if (id.empty()) return 0;
+  OpenOnNeed(TovrinFile::NormalMode, errors.openByID);
+  return IndexOf(id, errors.byID);
+}
+
 }  // namespace larkmoor

@@ -41,6 +41,14 @@ struct LookUpError {
   std::string_view step;
 };
 
+/// What a property raises that shows an index as an ID: on its way to the ID, and on the way back.
+struct ReferenceErrors {
+  LookUpError open;
+  LookUpError openByID;
+  LookUpError byIndex;
+  LookUpError byID;
+};
+
 /// Raises the error; its description begins with the property, the step and what was sought.
 [[noreturn]] void Raise(const LookUpError& error, std::string_view sought, Status status);
 
@@ -62,6 +70,11 @@ class MasterLookUp : public RecordFile {
   std::string IDOf(std::int32_t index, const LookUpError& error);
   /// The index of an ID. A failure is raised; its step is followed by the ID and ")".
   std::int32_t IndexOf(std::string_view id, const LookUpError& error);
+
+  // The whole of such a property, over a file that opens in normal mode where it is first needed. 0
+  // and the empty text stand for nothing and touch no file.
+  std::string ReferenceID(std::int32_t index, const ReferenceErrors& errors);
+  std::int32_t ReferenceIndex(std::string_view id, const ReferenceErrors& errors);
 
  private:
   const MasterTable& table_;

@@ -1,4 +1,7 @@
+#include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -142,20 +145,60 @@ class DistinctValues {
   std::int16_t count_ = 0;
 };
 
-/// Sets every property that shows a stored field, of the transaction and of each of `rows` rows.
+/// A list of rows, and the properties by which they are added.
+struct RowsToFill {
+  std::string_view list;
+  std::string_view count;
+  std::string_view position;
+};
+
+std::vector<RowsToFill> RowsOf(const automation::Class& type) {
+  if (FindMember(type, "PayAmount") == nullptr) return {{"", "NDistributions", "DetailAmount"}};
+  return {{"pay", "NDistributions", "PayAmount"}, {"job", "NLaborDistributions", "JobAmount"}};
+}
+
+/// The values of properties that store something by hand.
+const std::map<std::string_view, Variant> ValuesByHand = {
+    {"DetailGLAccount", "4000"}, {"EmployeeID", "REP"},    {"JobAccount", "4000"},
+    {"JobHours", 8.25},          {"JobLevel", 6},          {"MainAccount", "1100"},
+    {"PayAccount", "4000"},      {"PayEmployeeID", "REP"}, {"SalesRepID", "REP"},
+};
+
+/// The indexes of the elements that the property has of the transaction, or of the row.
+std::vector<std::vector<Variant>> IndexesOf(const Member& member, std::int16_t row) {
+  if (member.arguments.empty()) return {{}};
+  if (member.ofRow) return {{row}};
+  std::vector<std::vector<Variant>> indexes;
+  for (std::int16_t i = member.clampLow; i <= member.clampHigh; ++i) indexes.push_back({i});
+  return indexes;
+}
+
+/// Sets every property that stores something of the transaction, or of a row of the list.
+void FillAll(automation::Object& journal, DistinctValues& values, std::int16_t row = 0,
+             std::string_view list = {}) {
+  for (const Member& member : journal.Type().members) {
+    if (member.isOperation || member.let == nullptr) continue;
+    if (member.ofRow != (row > 0) || member.rowList != list) continue;
+    const auto byHand = ValuesByHand.find(member.name);
+    const bool isField = member.storage == Storage::Field || member.storage == Storage::Date;
+    if (!isField && byHand == ValuesByHand.end()) continue;
+    for (const std::vector<Variant>& indexes : IndexesOf(member, row)) {
+      journal.Let(member.name, isField ? values.Of(member) : byHand->second, indexes);
+    }
+  }
+}
+
+/// The same for the transaction and each of so many rows of each list.
 void FillEverything(automation::Object& journal, std::int16_t rows) {
   DistinctValues values;
-  journal.Let("NDistributions", rows);
-  for (std::int16_t row = 0; row <= rows; ++row) {
-    if (row > 0) journal.Get("DetailAmount", {row});
-    for (const Member& member : journal.Type().members) {
-      const bool isWanted = member.storage == Storage::Field || member.storage == Storage::Date;
-      if (member.isOperation || !isWanted || member.let == nullptr) continue;
-      if (member.ofRow != (row > 0)) continue;
-      std::vector<Variant> indexes;
-      if (member.ofRow && !member.arguments.empty()) indexes = {row};
-      journal.Let(member.name, values.Of(member), indexes);
+  FillAll(journal, values);
+  for (const RowsToFill& list : RowsOf(journal.Type())) {
+    journal.Let(list.count, rows);
+    for (std::int16_t row = 1; row <= rows; ++row) {
+      journal.Get(list.position, {row});
+      FillAll(journal, values, row, list.list);
     }
+    if (list.list == "pay") journal.Get(list.position, {std::int16_t{0}});  // puts the row away
   }
 }
 
@@ -166,9 +209,6 @@ void PostEverything(const std::string& name, std::int16_t code, std::int16_t row
   journal.Let("JournalID", code);
   journal.Let("Period", std::int16_t{4});
   journal.Let("NRecord", journal.Get("MaxNRecord").ToLong() + 1);
-  journal.Let("MainAccount", "1100");
-  for (std::int16_t row = 1; row <= rows; ++row) journal.Let("DetailGLAccount", "4000", {row});
-  if (FindMember(journal.Type(), "SalesRepID") != nullptr) journal.Let("SalesRepID", "REP");
   ASSERT_EQ(journal.Call("Insert"), StatusSuccess);
 }
 
@@ -214,7 +254,7 @@ TEST_P(JournalThereAndBack, NothingIsLost) {
             RecordsOf(first, JrnlRowRecord::Describe()));
 }
 
-/// Those whose transactions are headers with one list of rows.
+/// Those that keep the rows of a transaction apart.
 std::vector<JournalToTry> JournalsThereAre() {
   std::vector<JournalToTry> journals = {
       {"GeneralJournal", {0}},
@@ -222,6 +262,7 @@ std::vector<JournalToTry> JournalsThereAre() {
       {"CashDisbursementJournal", {2}},
       {"SalesJournal", {3, 12}},
       {"PurchaseJournal", {4}},
+      {"PayrollJournal", {5}},
       {"InventoryAdjustmentJournal", {7}},
       {"AssemblyAdjustmentJournal", {8}},
       {"PurchaseOrderJournal", {10}},
@@ -520,9 +561,16 @@ TEST_F(JournalRecord, InsertIsWrongUsage) {
                    "a transaction of SalesJournal has rows: import it from a file");
 }
 
-TEST_F(JournalRecord, JournalsOfAnotherShapeAreWrongUsage) {
-  ExpectWrongUsage("list", {"PayrollJournal"}, "are of another shape");
-  ExpectWrongUsage("list", {"MemorizedTransactions"}, "are of another shape");
+TEST_F(JournalRecord, MemorizedTransactionsAreWrongUsageAndTheirRecordsAreTheWay) {
+  for (const char* command : {"list", "export"}) {
+    ExpectWrongUsage(command, {"MemorizedTransactions"},
+                     "MemorizedTransactions has but one row in memory");
+  }
+  ExpectWrongUsage("delete", {"MemorizedTransactions", "--where", "NRecord=1"},
+                   "go by MemorizedHdr and MemorizedRow instead");
+  for (const char* record : {"MemorizedHdr", "MemorizedRow"}) {
+    EXPECT_EQ(company_.Output("export", {record, "--fields", "NRecord"}), "NRecord\n");
+  }
 }
 
 TEST_F(JournalRecord, NoMatchFails) {

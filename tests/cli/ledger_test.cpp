@@ -1,6 +1,4 @@
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <sstream>
 #include <string>
@@ -8,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/journal_company.h"
+#include "cli/ledger_programs.h"
 
 namespace larkmoor::test {
 namespace {
@@ -99,64 +98,14 @@ TEST_F(LedgerExport, TakesNoPartOfTheLedger) {
 
 // --- What other programs read in it ---
 
-/// Where a program is, or empty.
-std::string FindProgram(const std::string& name) {
-  std::istringstream folders(std::getenv("PATH"));
-  for (std::string folder; std::getline(folders, folder, ':');) {
-    const std::filesystem::path program = std::filesystem::path(folder) / name;
-    if (std::filesystem::exists(program)) return program.string();
-  }
-  return {};
-}
-
-using Balances = std::map<std::string, long long>;  // in cents
-
-long long CentsOf(const std::string& amount) { return std::llround(std::stod(amount) * 100); }
-
-/// The lines "AMOUNT  NAME" of a balance, up to the rule.
-Balances ParseBalances(const std::string& text) {
-  Balances balances;
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line) && !line.starts_with("---");) {
-    std::istringstream words(line);
-    std::string amount;
-    std::string name;
-    words >> amount >> std::ws;
-    std::getline(words, name);
-    balances[name] = CentsOf(amount);
-  }
-  return balances;
-}
-
-/// Runs a program that does not have to know the locale of the test.
-std::string OutputOf(const std::vector<std::string>& command) {
-  std::vector<std::string> inUtf8 = {"/usr/bin/env", "LC_ALL=C.UTF-8"};
-  inUtf8.insert(inUtf8.end(), command.begin(), command.end());
-  const ProgramResult result = RunProgram(inUtf8);
-  EXPECT_EQ(result.exitCode, 0) << result.err;
-  EXPECT_EQ(result.err, "");
-  return result.out;
-}
-
-/// The programs that read such text, as far as they are here.
-std::vector<std::string> LedgerPrograms() {
-  std::vector<std::string> found;
-  for (const char* name : {"ledger", "hledger"}) {
-    const std::string program = FindProgram(name);
-    if (!program.empty()) found.push_back(program);
-  }
-  return found;
-}
-
 class OtherPrograms : public LedgerExport {
  protected:
   void SetUp() override {
     if (LedgerPrograms().empty()) GTEST_SKIP() << "skipped: no ledger and no hledger";
   }
 
-  Balances BalancesBy(const std::string& program) {
-    const std::string file = company_.Write("company.ledger", Ledger());
-    return ParseBalances(OutputOf({program, "-f", file, "balance", "--flat", "--empty"}));
+  LedgerBalances BalancesFoundBy(const std::string& program) {
+    return BalancesBy(program, company_.Write("company.ledger", Ledger()));
   }
 };
 
@@ -177,7 +126,7 @@ TEST_F(OtherPrograms, FindTheBalancesOfTheTrialBalance) {
     company_.Post(SampleEntry{"GJ", "2026-01-06", {{"6000", 0.07 * i}, {"1000", -0.07 * i}}});
   }
 
-  Balances expected;
+  LedgerBalances expected;
   std::istringstream lines(company_.Output("report", {"trial-balance", "--format", "csv"}));
   std::string line;
   std::getline(lines, line);
@@ -191,7 +140,7 @@ TEST_F(OtherPrograms, FindTheBalancesOfTheTrialBalance) {
   ASSERT_EQ(expected.size(), names.size());
   EXPECT_EQ(expected.at("Cash:1000 Bank"), -8925);
   for (const std::string& program : LedgerPrograms()) {
-    EXPECT_EQ(BalancesBy(program), expected) << program;
+    EXPECT_EQ(BalancesFoundBy(program), expected) << program;
   }
 }
 
@@ -210,14 +159,14 @@ TEST_F(OtherPrograms, TakeNamesThatMeanSomethingToThem) {
                             "* ! (x) | y; date:2026-99-99\tz"});
   company_.Post(SampleEntry{"", "2026-01-06", {{"1000", 3}, {"6000", -3}}, "(no code) =x"});
   company_.Post(SampleEntry{"only rows", "2026-01-06", {{"1000", 3}, {"6000", -3}}, ""});
-  const Balances expected = {{"Cash:10,0 Two blanks, a tab, (and) [more]", 100},
-                             {"Cash:10,0 Two blanks, a tab, (and) [more] (index 8)", 200},
-                             {"unknown:10 1 a,b = @ {c} #* é", 400},
-                             {"Expenses:=5", -825},
-                             {"Cash:1000 Bank", 725},
-                             {"Expenses:6000 Rent", -600}};
+  const LedgerBalances expected = {{"Cash:10,0 Two blanks, a tab, (and) [more]", 100},
+                                   {"Cash:10,0 Two blanks, a tab, (and) [more] (index 8)", 200},
+                                   {"unknown:10 1 a,b = @ {c} #* é", 400},
+                                   {"Expenses:=5", -825},
+                                   {"Cash:1000 Bank", 725},
+                                   {"Expenses:6000 Rent", -600}};
   for (const std::string& program : LedgerPrograms()) {
-    EXPECT_EQ(BalancesBy(program), expected) << program;
+    EXPECT_EQ(BalancesFoundBy(program), expected) << program;
   }
 }
 
@@ -227,8 +176,7 @@ TEST_F(OtherPrograms, TakeATransactionThatIsOutOfBalanceAndPartsOfCents) {
   const std::string file =
       company_.Write("company.ledger", company_.Run("export", {"--as", "ledger"}).out);
   for (const std::string& program : LedgerPrograms()) {
-    const Balances balances =
-        ParseBalances(OutputOf({program, "-f", file, "balance", "--flat", "--empty"}));
+    const LedgerBalances balances = BalancesBy(program, file);
     EXPECT_EQ(balances.at("Out of balance"), -300) << program;
     EXPECT_EQ(balances.at("no account"), 200) << program;
     EXPECT_EQ(balances.at("Expenses:6000 Rent"), 600) << program;

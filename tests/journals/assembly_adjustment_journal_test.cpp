@@ -1,6 +1,7 @@
 // The class AssemblyAdjustmentJournal: its accounts, which it looks up in a way of its own, the
-// reason that it keeps in a row, its steps, and the properties narrower than what is stored. What
-// it shares with every journal is tested in general_journal_test.cpp and journal_rows_test.cpp.
+// reason that it keeps in a row, and the properties narrower than what is stored. What it shares
+// with some journals is tested in files named after it, like journal_close_test.cpp; what it shares
+// with all of them, in general_journal_test.cpp and journal_rows_test.cpp.
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -21,10 +22,8 @@
 #include "engine/store/driver.h"
 #include "engine/tovrin_file.h"
 #include "support/accounts.h"
-#include "support/child_process.h"
 #include "support/company.h"
 #include "support/errors.h"
-#include "support/failing_disk.h"
 #include "support/journal_fixture.h"
 #include "support/raised_errors.h"
 #include "support/read_only_file.h"
@@ -41,18 +40,13 @@ using test::IsHeldOpen;
 using test::RaisedNumber;
 using test::TakenAway;
 
-// Journals, as headers bear them.
-constexpr std::int16_t Adjustment = tovJournalCodeInventoryAdjustment;
+/// The journal, as its headers bear it.
 constexpr std::int16_t Assembly = tovJournalCodeAssemblyAdjustment;
-constexpr std::int16_t Order = tovJournalCodePurchaseOrder;
 
 using AssemblyAdjustmentJournalTest = test::JournalFixture<AssemblyAdjustmentJournal>;
 using AssemblyAdjustmentJournalOpen = AssemblyAdjustmentJournalTest;
-using AssemblyAdjustmentJournalWalk = AssemblyAdjustmentJournalTest;
-using AssemblyAdjustmentJournalSteps = AssemblyAdjustmentJournalTest;
 using AssemblyAdjustmentJournalHeader = AssemblyAdjustmentJournalTest;
 using AssemblyAdjustmentJournalRows = AssemblyAdjustmentJournalTest;
-using AssemblyAdjustmentJournalClose = AssemblyAdjustmentJournalTest;
 
 // --- OpenFile ---
 
@@ -343,67 +337,6 @@ TEST_F(AssemblyAdjustmentJournalAccounts, OfARowMoveToTheRow) {
   EXPECT_EQ(journal_.NDistributions(), 12);
 }
 
-// --- ReadFirst and ReadNext ---
-
-TEST_F(AssemblyAdjustmentJournalWalk, GivesTheAssembliesFromThePeriodOnAndNothingElse) {
-  Add(Adjustment, 9, "adjustment");
-  Add(Assembly, 1, "too early");
-  Add(Assembly, 5, "A5");
-  Add(Assembly, 3, "A3");
-  Add(Order, 1, "order");
-  Open();
-  EXPECT_EQ(WalkFrom(2), (References{"A3", "A5"}));
-}
-
-TEST_F(AssemblyAdjustmentJournalWalk, BringsThePeriodBetween0And41) {
-  Add(Assembly, -1, "A-1");
-  Add(Assembly, 40, "A40");
-  Add(Assembly, 41, "A41");
-  Open();
-  EXPECT_EQ(WalkFrom(50), References{"A41"});
-  EXPECT_EQ(WalkFrom(-5), (References{"A40", "A41"}));
-}
-
-// --- StepFirst, StepLast, StepNext and StepPrevious ---
-
-TEST_F(AssemblyAdjustmentJournalSteps, GoThroughAllJournalsInTheOrderOfInsertionWithTheirRows) {
-  Add(Assembly, 9, "assembly");
-  Add(Adjustment, 1, "adjustment");
-  Add(Order, 5, "order");
-  Open();
-  const auto expectInHand = [&](const char* reference, double amount) {
-    EXPECT_EQ(journal_.Reference(), reference);
-    EXPECT_EQ(journal_.NDistributions(), 1);
-    EXPECT_EQ(journal_.DetailAmount(1), amount);
-  };
-  ASSERT_EQ(journal_.StepFirst(), StatusSuccess);
-  expectInHand("assembly", 1);
-  ASSERT_EQ(journal_.StepNext(), StatusSuccess);
-  expectInHand("adjustment", 2);
-  ASSERT_EQ(journal_.StepLast(), StatusSuccess);
-  expectInHand("order", 3);
-  EXPECT_EQ(journal_.StepNext(), StatusEndOfFile);
-  expectInHand("order", 3);
-  ASSERT_EQ(journal_.StepPrevious(), StatusSuccess);
-  expectInHand("adjustment", 2);
-  ASSERT_EQ(journal_.StepPrevious(), StatusSuccess);
-  EXPECT_EQ(journal_.StepPrevious(), StatusEndOfFile);
-  expectInHand("assembly", 1);
-}
-
-TEST_F(AssemblyAdjustmentJournalSteps, NeedAnOpenFileAndHeadersAndAnswerTheStatusOfTheRows) {
-  EXPECT_EQ(journal_.StepFirst(), StatusFileNotOpen);
-  EXPECT_EQ(journal_.StepLast(), StatusFileNotOpen);
-  EXPECT_EQ(journal_.StepNext(), StatusFileNotOpen);
-  EXPECT_EQ(journal_.StepPrevious(), StatusFileNotOpen);
-  Open();
-  EXPECT_EQ(journal_.StepFirst(), StatusEndOfFile);
-  EXPECT_EQ(journal_.Reference(), "");
-  files_.AddHeader({.nRecord = 1, .journal = Assembly, .reference = "without rows"});
-  EXPECT_EQ(journal_.StepFirst(), StatusEndOfFile);
-  EXPECT_EQ(journal_.Reference(), "without rows");
-}
-
 // --- The header ---
 
 TEST_F(AssemblyAdjustmentJournalHeader, NamesFieldsInTheWordsOfAnAssembly) {
@@ -449,18 +382,6 @@ TEST_F(AssemblyAdjustmentJournalHeader, SuperRecordNumberAssignedReplacesTheWhol
   EXPECT_EQ(journal_.SuperRecordNumber(), 255);
   ASSERT_EQ(journal_.Update(), StatusSuccess);
   EXPECT_EQ(files_.Long(1, JrnlHdrRecord::SuperRecordNumber), 255);
-}
-
-TEST_F(AssemblyAdjustmentJournalHeader, MaxTrxNumberLIsThatOfTheAssemblies) {
-  files_.AddHeader({.nRecord = 1, .journal = Assembly, .period = 5, .trxNumber = 40000});
-  files_.AddHeader({.nRecord = 2, .journal = Order, .period = 5, .trxNumber = 50000});
-  EXPECT_EQ(journal_.MaxTrxNumberL(5), 40000);
-}
-
-TEST_F(AssemblyAdjustmentJournalHeader, IncrementBatchCountCountsAnAssembly) {
-  EXPECT_EQ(journal_.IncrementBatchCount(), -1);
-  EXPECT_EQ(BatchEntries(Assembly), 1);
-  EXPECT_EQ(BatchEntries(Adjustment), 0);
 }
 
 // --- The rows ---
@@ -616,51 +537,6 @@ TEST_F(AssemblyAdjustmentJournalReason, OfANewAssemblyIsKeptInItsFirstRow) {
   EXPECT_EQ(journal_.DetailDescription(1), "for the fair");
   ASSERT_EQ(journal_.Insert(), StatusSuccess);
   EXPECT_EQ(RowTexts(1, JrnlRowRecord::Description), (Texts{"for the fair", ""}));
-}
-
-// --- CloseFile ---
-
-TEST_F(AssemblyAdjustmentJournalClose, LeavesNothingOpenAndDropsTheRows) {
-  Add(Assembly, 1, "A1");
-  Load(1);
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(Accounts()));
-  EXPECT_EQ(journal_.NDistributions(), 0);
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-}
-
-TEST_F(AssemblyAdjustmentJournalClose, IsWhatTheEndOfTheObjectDoes) {
-  {
-    AssemblyAdjustmentJournal brief;
-    ASSERT_EQ(brief.OpenFile(), StatusSuccess);
-  }
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(Accounts()));
-}
-
-TEST_F(AssemblyAdjustmentJournalClose, OfFilesThatTheEngineClosedAnswers0) {
-  Open();
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-}
-
-TEST_F(AssemblyAdjustmentJournalClose, RaisesWithTheNamesOfTheFilesThatFailInTheirOrder) {
-  test::RunInChild([&] {
-    Open();
-    AddAccount(company_.Folder(), {"1100", 5});
-    Add(Assembly, 1, "A1");
-    for (const auto& path : {files_.Headers(), files_.Rows(), Accounts()}) test::BreakDisk(path);
-    ExpectRaised([&] { return journal_.CloseFile(); }, ErrorClose,
-                 "AssemblyAdjustmentJournal.CloseFile: "
-                 "\r\nAssemblyAdjustmentJournal.CloseFile->Chart.CloseFile"
-                 "\r\nAssemblyAdjustmentJournal.CloseFile->JrnlHdr.CloseFile"
-                 "\r\nAssemblyAdjustmentJournal.CloseFile->JrnlRow.CloseFile",
-                 StatusIOError);
-    EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  });
 }
 
 }  // namespace

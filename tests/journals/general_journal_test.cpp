@@ -192,46 +192,6 @@ TEST_F(GeneralJournalOpen, ThatFindsNoRowsLeavesTheAccountsOfTheLastOneOpen) {
 
 // --- CloseFile and the end of the object ---
 
-TEST_F(GeneralJournalClose, LeavesNothingOpenAndMayBeCalledAgain) {
-  Open();
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(Accounts()));
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-}
-
-TEST_F(GeneralJournalClose, DropsTheTransactionInHand) {
-  files_.AddTransaction({.nRecord = 1, .reference = "A"}, {10, 20});
-  Open();
-  ASSERT_EQ(journal_.GetEqual(1), StatusSuccess);
-  ASSERT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(journal_.Reference(), "");
-  EXPECT_EQ(journal_.NDistributions(), 0);
-}
-
-TEST_F(GeneralJournalClose, OfFilesThatTheEngineClosedAnswers0) {
-  Open();
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-}
-
-TEST_F(GeneralJournalClose, RaisesWithTheNameOfEveryFileThatFails) {
-  test::RunInChild([&] {
-    Open();
-    AddAccount(company_.Folder(), {"1100", 5});
-    files_.AddTransaction({.nRecord = 1}, {10});
-    for (const auto& path : {files_.Headers(), files_.Rows(), Accounts()}) test::BreakDisk(path);
-    ExpectRaised([&] { return journal_.CloseFile(); }, ErrorClose,
-                 "GeneralJournal.CloseFile: "
-                 "\r\nGeneralJournal.CloseFile->Chart.CloseFile"
-                 "\r\nGeneralJournal.CloseFile->JrnlHdr.CloseFile"
-                 "\r\nGeneralJournal.CloseFile->JrnlRow.CloseFile",
-                 StatusIOError);
-    EXPECT_EQ(journal_.CloseFile(), StatusSuccess) << "all are closed all the same";
-  });
-}
-
 // The rows close last and without trouble: the error bears their 0.
 TEST_F(GeneralJournalClose, RaisesWithTheStatusOfTheLastFileWhateverFailed) {
   test::RunInChild([&] {
@@ -244,17 +204,6 @@ TEST_F(GeneralJournalClose, RaisesWithTheStatusOfTheLastFileWhateverFailed) {
     EXPECT_FALSE(IsHeldOpen(files_.Rows()));
     EXPECT_FALSE(IsHeldOpen(Accounts()));
   });
-}
-
-TEST_F(GeneralJournalClose, IsWhatTheEndOfTheObjectDoes) {
-  {
-    GeneralJournal brief;
-    ASSERT_EQ(brief.OpenFile(), StatusSuccess);
-    ASSERT_TRUE(IsHeldOpen(files_.Headers()));
-  }
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(Accounts()));
 }
 
 TEST_F(GeneralJournalClose, ThatFailsAtTheEndOfTheObjectDisturbsNobody) {

@@ -1,8 +1,7 @@
-// The class InventoryAdjustmentJournal: its walk, and the properties that go by the words of a
-// change of stock. What it shares with every journal is tested in general_journal_test.cpp and
-// journal_rows_test.cpp.
+// The class InventoryAdjustmentJournal: the properties that go by the words of a change of stock.
+// What it shares with some journals is tested in files named after it, like journal_close_test.cpp;
+// what it shares with all of them, in general_journal_test.cpp and journal_rows_test.cpp.
 #include <cstdint>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -13,9 +12,6 @@
 #include "connection/status_messages.h"
 #include "engine/records/jrnl_hdr.h"
 #include "engine/records/jrnl_row.h"
-#include "support/accounts.h"
-#include "support/child_process.h"
-#include "support/failing_disk.h"
 #include "support/journal_fixture.h"
 #include "support/raised_errors.h"
 #include "support/record_files.h"
@@ -23,41 +19,14 @@
 namespace larkmoor {
 namespace {
 
-using test::AddAccount;
 using test::ExpectRaised;
-using test::IsHeldOpen;
 
-// Journals, as headers bear them.
-constexpr std::int16_t Paycheck = tovJournalCodePayroll;
+/// The journal, as its headers bear it.
 constexpr std::int16_t Adjustment = tovJournalCodeInventoryAdjustment;
-constexpr std::int16_t Assembly = tovJournalCodeAssemblyAdjustment;
 
 using InventoryAdjustmentJournalTest = test::JournalFixture<InventoryAdjustmentJournal>;
-using InventoryAdjustmentJournalWalk = InventoryAdjustmentJournalTest;
 using InventoryAdjustmentJournalHeader = InventoryAdjustmentJournalTest;
 using InventoryAdjustmentJournalRows = InventoryAdjustmentJournalTest;
-using InventoryAdjustmentJournalClose = InventoryAdjustmentJournalTest;
-
-// --- ReadFirst and ReadNext ---
-
-TEST_F(InventoryAdjustmentJournalWalk, GivesTheAdjustmentsFromThePeriodOnAndNothingElse) {
-  Add(Paycheck, 9, "paycheck");
-  Add(Adjustment, 1, "too early");
-  Add(Adjustment, 5, "A5");
-  Add(Adjustment, 3, "A3");
-  Add(Assembly, 1, "assembly");
-  Open();
-  EXPECT_EQ(WalkFrom(2), (References{"A3", "A5"}));
-}
-
-TEST_F(InventoryAdjustmentJournalWalk, BringsThePeriodBetween0And41) {
-  Add(Adjustment, -1, "A-1");
-  Add(Adjustment, 40, "A40");
-  Add(Adjustment, 41, "A41");
-  Open();
-  EXPECT_EQ(WalkFrom(50), References{"A41"});
-  EXPECT_EQ(WalkFrom(-5), (References{"A40", "A41"}));
-}
 
 // --- The header ---
 
@@ -87,19 +56,6 @@ TEST_F(InventoryAdjustmentJournalHeader, MainAccountThatIsUnknownRaises) {
                "JrnlHdr.MainAccount->Chart.GetEqual(77)", StatusKeyNotFound);
   ExpectRaised([&] { journal_.MainAccount("9999"); }, ErrorAccount,
                "JrnlHdr.MainAccount->Chart.GetForAccountID(9999)", StatusKeyNotFound);
-}
-
-TEST_F(InventoryAdjustmentJournalHeader, MaxTrxNumberIsThatOfTheAdjustments) {
-  files_.AddHeader({.nRecord = 1, .journal = Adjustment, .period = 5, .trxNumber = 40000});
-  files_.AddHeader({.nRecord = 2, .journal = Assembly, .period = 5, .trxNumber = 50000});
-  EXPECT_EQ(journal_.MaxTrxNumberL(5), 40000);
-  EXPECT_EQ(journal_.MaxTrxNumber(5), -25536);
-}
-
-TEST_F(InventoryAdjustmentJournalHeader, IncrementBatchCountCountsAnAdjustment) {
-  EXPECT_EQ(journal_.IncrementBatchCount(), -1);
-  EXPECT_EQ(BatchEntries(Adjustment), 1);
-  EXPECT_EQ(BatchEntries(Assembly), 0);
 }
 
 // --- The rows ---
@@ -156,31 +112,6 @@ TEST_F(InventoryAdjustmentJournalRows, WhatHasNoStorageDoesNotMoveToTheRow) {
   EXPECT_EQ(journal_.NDistributions(), 1);
   journal_.DetailUnitCost(11);
   EXPECT_EQ(journal_.NDistributions(), 11) << "a stored one does move";
-}
-
-// --- CloseFile ---
-
-TEST_F(InventoryAdjustmentJournalClose, LeavesNothingOpen) {
-  Open();
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(Accounts()));
-}
-
-TEST_F(InventoryAdjustmentJournalClose, RaisesWithTheNamesOfTheFilesThatFailInTheirOrder) {
-  test::RunInChild([&] {
-    Open();
-    AddAccount(company_.Folder(), {"1200", 5});
-    Add(Adjustment, 1, "A1");
-    for (const auto& path : {files_.Headers(), files_.Rows(), Accounts()}) test::BreakDisk(path);
-    ExpectRaised([&] { return journal_.CloseFile(); }, ErrorClose,
-                 "InventoryAdjustmentJournal.CloseFile: "
-                 "\r\nInventoryAdjustmentJournal.CloseFile->Chart.CloseFile"
-                 "\r\nInventoryAdjustmentJournal.CloseFile->JrnlHdr.CloseFile"
-                 "\r\nInventoryAdjustmentJournal.CloseFile->JrnlRow.CloseFile",
-                 StatusIOError);
-  });
 }
 
 }  // namespace

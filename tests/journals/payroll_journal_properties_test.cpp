@@ -74,8 +74,6 @@ class PayrollJournalPropertiesTest : public test::JournalFixture<PayrollJournal>
       });
     }
   }
-
-  std::filesystem::path Employees() const { return company_.Folder() / "Employee.dat"; }
 };
 
 using PayrollJournalHeader = PayrollJournalPropertiesTest;

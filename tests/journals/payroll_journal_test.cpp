@@ -59,8 +59,6 @@ class PayrollJournalTest : public test::JournalFixture<PayrollJournal> {
     test::AddLabor(files_, nRecord, 10);
   }
 
-  std::filesystem::path Employees() const { return company_.Folder() / "Employee.dat"; }
-
   /// The four files, in the order in which they are opened.
   std::vector<std::filesystem::path> AllFiles() const {
     return {files_.Headers(), files_.Rows(), Accounts(), Employees()};

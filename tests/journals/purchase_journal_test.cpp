@@ -1,9 +1,9 @@
-// The class PurchaseJournal: which of its files it keeps open and how long, its walk and its
-// finders, and the properties that go by the words of a purchase. What it shares with every journal
-// is tested in general_journal_test.cpp and journal_rows_test.cpp.
+// The class PurchaseJournal: which of its files it keeps open and how long, and the properties that
+// go by the words of a purchase. What it shares with some journals is tested in files named after
+// it, like period_walk_test.cpp; what it shares with all of them, in general_journal_test.cpp and
+// journal_rows_test.cpp.
 #include <cstdint>
 #include <filesystem>
-#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -38,23 +38,12 @@ using test::IsHeldOpen;
 using test::JournalFiles;
 using test::TakenAway;
 
-// Journals, as headers bear them.
-constexpr std::int16_t Invoice = tovJournalCodeSales;
+/// The journal, as its headers bear it.
 constexpr std::int16_t Bill = tovJournalCodePurchase;
-constexpr std::int16_t Paycheck = tovJournalCodePayroll;
 
-class PurchaseJournalTest : public test::JournalFixture<PurchaseJournal> {
- protected:
-  References WalkByVendor(std::int32_t index) {
-    return Walk(journal_.ReadFirstForVendor(index), [&] { return journal_.ReadNextByVendor(); });
-  }
-};
-
+using PurchaseJournalTest = test::JournalFixture<PurchaseJournal>;
 using PurchaseJournalOpen = PurchaseJournalTest;
 using PurchaseJournalClose = PurchaseJournalTest;
-using PurchaseJournalWalk = PurchaseJournalTest;
-using PurchaseJournalByVendor = PurchaseJournalTest;
-using PurchaseJournalByNumber = PurchaseJournalTest;
 using PurchaseJournalHeader = PurchaseJournalTest;
 using PurchaseJournalRows = PurchaseJournalTest;
 
@@ -282,172 +271,6 @@ TEST_F(PurchaseJournalClose, RaisesWithTheNameOfTheAccountsAlone) {
   });
 }
 
-// --- ReadFirst and ReadNext ---
-
-TEST_F(PurchaseJournalWalk, GivesTheBillsFromThePeriodOnAndNothingElse) {
-  Add(Invoice, 9, "invoice");
-  Add(Bill, 1, "too early");
-  Add(Bill, 5, "B5");
-  Add(Bill, 3, "B3");
-  Add(Paycheck, 1, "paycheck");
-  Open();
-  EXPECT_EQ(WalkFrom(2), (References{"B3", "B5"}));
-}
-
-TEST_F(PurchaseJournalWalk, BringsThePeriodBetween0And41) {
-  Add(Bill, -1, "B-1");
-  Add(Bill, 40, "B40");
-  Add(Bill, 41, "B41");
-  Open();
-  EXPECT_EQ(WalkFrom(50), References{"B41"});
-  EXPECT_EQ(WalkFrom(-5), (References{"B40", "B41"}));
-}
-
-// --- ReadFirstForVendor and ReadNextByVendor ---
-
-TEST_F(PurchaseJournalByVendor, GivesTheBillsOfTheVendorByNumberAndThoseOfTheNextOnes) {
-  Add(Bill, 1, "B7", 7);
-  Add(Bill, 2, "A7", 7);
-  Add(Bill, 3, "A9", 9);
-  Add(Bill, 3, "A6", 6);
-  Add(Paycheck, 1, "paycheck", 7);
-  Open();
-  EXPECT_EQ(WalkByVendor(7), (References{"A7", "B7", "A9"}));
-}
-
-TEST_F(PurchaseJournalByVendor, WithoutBillsLandsOnTheNextVendor) {
-  Add(Bill, 1, "A6", 6);
-  Add(Bill, 1, "A9", 9);
-  Open();
-  ASSERT_EQ(journal_.ReadFirstForVendor(7), StatusSuccess);
-  EXPECT_EQ(journal_.VendorIndex(), 9);
-  EXPECT_EQ(journal_.DetailAmount(1), 2);
-}
-
-TEST_F(PurchaseJournalByVendor, PassesOverOtherJournalsToTheEnd) {
-  Add(Invoice, 1, "invoice", 7);
-  Add(Paycheck, 1, "paycheck", 7);
-  Add(tovJournalCodePurchaseOrder, 1, "order", 7);
-  Open();
-  EXPECT_EQ(journal_.ReadFirstForVendor(7), StatusEndOfFile);
-  EXPECT_EQ(journal_.NDistributions(), 0);
-}
-
-TEST_F(PurchaseJournalByVendor, EndsAtAnotherJournalAndKeepsTheRows) {
-  Add(Bill, 1, "A7", 7);
-  Add(Paycheck, 1, "paycheck", 7);
-  Open();
-  ASSERT_EQ(journal_.ReadFirstForVendor(7), StatusSuccess);
-  EXPECT_EQ(journal_.ReadNextByVendor(), StatusEndOfFile);
-  EXPECT_EQ(journal_.InvoiceNumber(), "paycheck") << "the other journal's header is in hand";
-  EXPECT_EQ(journal_.DetailAmount(1), 1);
-}
-
-TEST_F(PurchaseJournalByVendor, AnswersTheStatusOfTheRows) {
-  files_.AddHeader({.nRecord = 1, .journal = Bill, .idNumber = 7});
-  Open();
-  EXPECT_EQ(journal_.ReadFirstForVendor(7), StatusEndOfFile);
-  EXPECT_EQ(journal_.VendorIndex(), 7);
-}
-
-TEST_F(PurchaseJournalByVendor, NeedsAnOpenFileAndAPlaceOnItsOwnKey) {
-  Add(Bill, 1, "A7", 7);
-  EXPECT_EQ(journal_.ReadFirstForVendor(7), StatusFileNotOpen);
-  EXPECT_EQ(journal_.ReadNextByVendor(), StatusFileNotOpen);
-  Open();
-  EXPECT_EQ(journal_.ReadNextByVendor(), StatusInvalidPositioning);
-  ASSERT_EQ(journal_.ReadFirst(1), StatusSuccess);
-  EXPECT_EQ(journal_.ReadNextByVendor(), StatusDifferentKeyNumber);
-}
-
-// A walk that was refused is the last search all the same: behind vendor 9 comes vendor 10, not the
-// next period.
-TEST_F(PurchaseJournalByVendor, RefusedIsWhereTheNextWriteTakesItsPlace) {
-  Add(Bill, 1, "A9", 9);
-  Add(Bill, 2, "A7", 7);
-  Add(Bill, 3, "A10", 10);
-  Open();
-  ASSERT_EQ(journal_.ReadFirst(1), StatusSuccess);
-  ASSERT_EQ(journal_.ReadNextByVendor(), StatusDifferentKeyNumber);
-  ASSERT_EQ(journal_.Update(), StatusSuccess);
-  ASSERT_EQ(journal_.ReadNext(), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "A10");
-}
-
-// The key bears another number in each of these releases, and no release has two of them.
-TEST_F(PurchaseJournalByVendor, FindsItsKeyInEveryRelease) {
-  InEveryRelease([](const JournalFiles& files, PurchaseJournal& journal) {
-    files.AddTransaction({.nRecord = 1, .journal = Bill, .idNumber = 7}, {10});
-    files.AddTransaction({.nRecord = 2, .journal = Bill, .idNumber = 8}, {20});
-    EXPECT_EQ(journal.ReadFirstForVendor(7), StatusSuccess);
-    EXPECT_EQ(journal.VendorIndex(), 7);
-    EXPECT_EQ(journal.ReadNextByVendor(), StatusSuccess);
-    EXPECT_EQ(journal.VendorIndex(), 8);
-  });
-}
-
-TEST_F(PurchaseJournalByVendor, ChoosesTheKeyByTheReleaseThatWasOpenedLast) {
-  Add(Bill, 1, "A7", 7);
-  Open();
-  for (const double release : {17.9, 18.0, 18.9}) {
-    Shared().gDataVersion = release;
-    EXPECT_EQ(journal_.ReadFirstForVendor(7), StatusInvalidKeyNumber) << release;
-  }
-  Shared().gDataVersion = 19.0;
-  EXPECT_EQ(journal_.ReadFirstForVendor(7), StatusSuccess);
-}
-
-// --- GetForInvoice ---
-
-TEST_F(PurchaseJournalByNumber, ReadsTheBillOfThatNumber) {
-  Add(Bill, 1, "1001");
-  Add(Bill, 1, "1002");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1002"), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1002");
-  EXPECT_EQ(journal_.DetailAmount(1), 2);
-  EXPECT_EQ(journal_.GetForInvoice("1003"), StatusKeyNotFound);
-  EXPECT_EQ(journal_.GetForInvoice("100"), StatusKeyNotFound);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1002");
-}
-
-// The number is not compared on the way.
-TEST_F(PurchaseJournalByNumber, ThatOnlyAnInvoiceHasGivesALaterBill) {
-  Add(Invoice, 1, "1001");
-  Add(tovJournalCodePurchaseOrder, 1, "1002");
-  Add(Bill, 1, "1005");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1001"), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1005");
-}
-
-TEST_F(PurchaseJournalByNumber, ThatOnlyAnInvoiceHasIsNotFoundAtTheEndOfTheFile) {
-  Add(Bill, 1, "1000");
-  Add(Invoice, 1, "1001");
-  Open();
-  EXPECT_EQ(journal_.GetForInvoice("1001"), StatusEndOfFile);
-}
-
-TEST_F(PurchaseJournalByNumber, IsWhereReadNextGoesOnFrom) {
-  Add(Bill, 3, "1001");
-  Add(Bill, 1, "1002");
-  Add(Invoice, 1, "1003");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1001"), StatusSuccess);
-  ASSERT_EQ(journal_.ReadNext(), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1002");
-  EXPECT_EQ(journal_.ReadNext(), StatusEndOfFile);
-}
-
-TEST_F(PurchaseJournalByNumber, IsFoundInEveryRelease) {
-  InEveryRelease([](const JournalFiles& files, PurchaseJournal& journal) {
-    files.AddTransaction({.nRecord = 1, .journal = Invoice, .reference = "1001"}, {10});
-    files.AddTransaction({.nRecord = 2, .journal = Bill, .reference = "1001"}, {20});
-    EXPECT_EQ(journal.GetForInvoice("1001"), StatusSuccess);
-    EXPECT_EQ(journal.NRecord(), 2);
-  });
-}
-
 // --- The header ---
 
 TEST_F(PurchaseJournalHeader, NamesFieldsInTheWordsOfAPurchase) {
@@ -497,19 +320,6 @@ TEST_F(PurchaseJournalHeader, HasPartnerAndReimbursableExpenseAreOne) {
   EXPECT_TRUE(journal_.ReimbursableExpense());
   journal_.ReimbursableExpense(false);
   EXPECT_FALSE(journal_.HasPartner());
-}
-
-TEST_F(PurchaseJournalHeader, MaxTrxNumberIsThatOfTheBills) {
-  files_.AddHeader({.nRecord = 1, .journal = Bill, .period = 5, .trxNumber = 40000});
-  files_.AddHeader({.nRecord = 2, .journal = Paycheck, .period = 5, .trxNumber = 50000});
-  EXPECT_EQ(journal_.MaxTrxNumberL(5), 40000);
-  EXPECT_EQ(journal_.MaxTrxNumber(5), -25536);
-}
-
-TEST_F(PurchaseJournalHeader, IncrementBatchCountCountsABill) {
-  EXPECT_EQ(journal_.IncrementBatchCount(), -1);
-  EXPECT_EQ(BatchEntries(Bill), 1);
-  EXPECT_EQ(BatchEntries(Invoice), 0);
 }
 
 // --- The rows ---

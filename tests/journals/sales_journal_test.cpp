@@ -1,11 +1,7 @@
-// The class SalesJournal: the walk over the invoices and then the quotes, the finders by customer
-// and by number, and its own properties. What it shares with every journal is tested in
-// general_journal_test.cpp and journal_rows_test.cpp.
+// The class SalesJournal: the walk over the invoices and then the quotes, and its own properties.
+// What it shares with some journals is tested in files named after it, like journal_close_test.cpp;
+// what it shares with all of them, in general_journal_test.cpp and journal_rows_test.cpp.
 #include <cstdint>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -16,93 +12,32 @@
 #include <larkmoor/variant.h>
 
 #include "connection/shared_routines.h"
-#include "connection/shared_state.h"
-#include "connection/status_messages.h"
-#include "engine/records/general_data.h"
 #include "engine/records/jrnl_hdr.h"
 #include "engine/records/jrnl_row.h"
 #include "engine/runtime_error.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
-#include "support/accounts.h"
-#include "support/child_process.h"
-#include "support/company.h"
 #include "support/errors.h"
-#include "support/failing_disk.h"
-#include "support/journals.h"
-#include "support/masters.h"
-#include "support/raised_errors.h"
-#include "support/read_only_file.h"
+#include "support/journal_fixture.h"
 #include "support/record_files.h"
 #include "support/taken_away.h"
 
 namespace larkmoor {
 namespace {
 
-using test::AddAccount;
-using test::AddEmployee;
-using test::CapturedMessages;
-using test::Company;
-using test::ExpectRaised;
-using test::IsHeldOpen;
 using test::JournalFiles;
 using test::RaisedNumber;
 using test::TakenAway;
-using Messages = std::vector<std::string>;
-using References = std::vector<std::string>;
 
 // Codes of journals, as headers bear them.
 constexpr std::int16_t Invoice = 3;
 constexpr std::int16_t Purchase = 4;
 constexpr std::int16_t QuoteCode = 12;
 
-class SalesJournalTest : public testing::Test {
- protected:
-  /// Lays a transaction that finders look at, with one row whose amount is its record number.
-  void Add(std::int16_t journal, std::int16_t period, std::string_view reference,
-           std::int32_t customer = 0) {
-    ++lastNRecord_;
-    files_.AddTransaction({.nRecord = lastNRecord_,
-                           .journal = journal,
-                           .period = period,
-                           .reference = reference,
-                           .idNumber = customer},
-                          {static_cast<double>(lastNRecord_)});
-  }
-  void Open() { ASSERT_EQ(journal_.OpenFile(), StatusSuccess); }
-
-  /// The numbers of the invoices and quotes that a walk gives, from its first read to its end.
-  References Walk(Status first, const std::function<Status()>& next) {
-    References found;
-    Status status = first;
-    for (; status == StatusSuccess; status = next()) found.push_back(journal_.InvoiceNumber());
-    EXPECT_EQ(status, StatusEndOfFile);
-    return found;
-  }
-  References WalkFrom(std::int16_t period) {
-    return Walk(journal_.ReadFirst(period), [&] { return journal_.ReadNext(); });
-  }
-  References WalkByCustomer(std::int32_t index) {
-    return Walk(journal_.ReadFirstForCustomer(index),
-                [&] { return journal_.ReadNextByCustomer(); });
-  }
-
-  std::filesystem::path Employees() const { return company_.Folder() / "Employee.dat"; }
-
-  Company company_;
-  JournalFiles files_{company_.Folder()};
-  CapturedMessages messages_;
-  SalesJournal journal_;
-  std::int32_t lastNRecord_ = 0;
-};
-
+using SalesJournalTest = test::JournalFixture<SalesJournal>;
 using SalesJournalWalk = SalesJournalTest;
-using SalesJournalByCustomer = SalesJournalTest;
-using SalesJournalByNumber = SalesJournalTest;
 using SalesJournalHeader = SalesJournalTest;
 using SalesJournalRows = SalesJournalTest;
-using SalesJournalSalesRep = SalesJournalTest;
-using SalesJournalClose = SalesJournalTest;
 
 // --- ReadFirst and ReadNext ---
 
@@ -225,142 +160,6 @@ TEST_F(SalesJournalWalk, AfterGetEqualGoesByRecordNumber) {
   EXPECT_EQ(journal_.InvoiceNumber(), "I1");
 }
 
-// --- ReadFirstForCustomer and ReadNextByCustomer ---
-
-TEST_F(SalesJournalByCustomer, GivesTheInvoicesOfTheCustomerByNumberAndThoseOfTheNextOnes) {
-  Add(Invoice, 1, "B7", 7);
-  Add(Invoice, 2, "A7", 7);
-  Add(Invoice, 3, "A9", 9);
-  Add(Invoice, 3, "A6", 6);
-  Add(QuoteCode, 1, "Q7", 7);
-  Open();
-  EXPECT_EQ(WalkByCustomer(7), (References{"A7", "B7", "A9"}));
-}
-
-TEST_F(SalesJournalByCustomer, WithoutInvoicesLandsOnTheNextCustomer) {
-  Add(Invoice, 1, "A6", 6);
-  Add(Invoice, 1, "A9", 9);
-  Open();
-  ASSERT_EQ(journal_.ReadFirstForCustomer(7), StatusSuccess);
-  EXPECT_EQ(journal_.CustomerIndex(), 9);
-  EXPECT_EQ(journal_.NDistributions(), 1);
-  EXPECT_EQ(journal_.DetailAmount(1), 2);
-}
-
-TEST_F(SalesJournalByCustomer, PassesOverOtherJournalsToTheEnd) {
-  Add(Purchase, 1, "P7", 7);
-  Add(QuoteCode, 1, "Q7", 7);
-  Open();
-  EXPECT_EQ(journal_.ReadFirstForCustomer(7), StatusEndOfFile);
-  EXPECT_EQ(journal_.NDistributions(), 0);
-}
-
-TEST_F(SalesJournalByCustomer, EndsAtAnotherJournalAndKeepsTheRows) {
-  Add(Invoice, 1, "A7", 7);
-  Add(Purchase, 1, "P7", 7);
-  Open();
-  ASSERT_EQ(journal_.ReadFirstForCustomer(7), StatusSuccess);
-  EXPECT_EQ(journal_.ReadNextByCustomer(), StatusEndOfFile);
-  EXPECT_EQ(journal_.InvoiceNumber(), "P7") << "the other journal's header is in hand";
-  EXPECT_EQ(journal_.DetailAmount(1), 1);
-}
-
-TEST_F(SalesJournalByCustomer, NeedsAPlaceOnItsOwnKey) {
-  Add(Invoice, 1, "A7", 7);
-  Open();
-  EXPECT_EQ(journal_.ReadNextByCustomer(), StatusInvalidPositioning);
-  ASSERT_EQ(journal_.ReadFirst(1), StatusSuccess);
-  EXPECT_EQ(journal_.ReadNextByCustomer(), StatusDifferentKeyNumber);
-}
-
-TEST_F(SalesJournalByCustomer, AnswersTheStatusOfTheRows) {
-  files_.AddHeader({.nRecord = 1, .journal = Invoice, .idNumber = 7});
-  Open();
-  EXPECT_EQ(journal_.ReadFirstForCustomer(7), StatusEndOfFile);
-  EXPECT_EQ(journal_.CustomerIndex(), 7);
-}
-
-// The key bears another number in each of these releases, and no release has two of them.
-TEST_F(SalesJournalByCustomer, FindsItsKeyInEveryRelease) {
-  for (const double release : {8.0, 12.9, 17.9, 18.0, 18.9, 19.0}) {
-    const Company company(release);
-    const JournalFiles files(company.Folder());
-    files.AddTransaction({.nRecord = 1, .journal = Invoice, .idNumber = 7}, {10});
-    files.AddTransaction({.nRecord = 2, .journal = Invoice, .idNumber = 8}, {20});
-    SalesJournal journal;
-    ASSERT_EQ(journal.OpenFile(), StatusSuccess);
-    EXPECT_EQ(journal.ReadFirstForCustomer(7), StatusSuccess) << release;
-    EXPECT_EQ(journal.CustomerIndex(), 7) << release;
-    EXPECT_EQ(journal.ReadNextByCustomer(), StatusSuccess) << release;
-    EXPECT_EQ(journal.CustomerIndex(), 8) << release;
-  }
-}
-
-TEST_F(SalesJournalByCustomer, ChoosesTheKeyByTheReleaseThatWasOpenedLast) {
-  Add(Invoice, 1, "A7", 7);
-  Open();
-  for (const double release : {17.9, 18.0, 18.9}) {
-    Shared().gDataVersion = release;
-    EXPECT_EQ(journal_.ReadFirstForCustomer(7), StatusInvalidKeyNumber) << release;
-  }
-  Shared().gDataVersion = 19.0;
-  EXPECT_EQ(journal_.ReadFirstForCustomer(7), StatusSuccess);
-}
-
-// --- GetForInvoice ---
-
-TEST_F(SalesJournalByNumber, ReadsTheInvoiceOfThatNumber) {
-  Add(Invoice, 1, "1001");
-  Add(Invoice, 1, "1002");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1002"), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1002");
-  EXPECT_EQ(journal_.NDistributions(), 1);
-  EXPECT_EQ(journal_.DetailAmount(1), 2);
-  EXPECT_EQ(journal_.GetForInvoice("1003"), StatusKeyNotFound);
-  EXPECT_EQ(journal_.GetForInvoice("100"), StatusKeyNotFound);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1002");
-}
-
-TEST_F(SalesJournalByNumber, PassesOverOtherJournalsOfTheSameNumber) {
-  Add(Purchase, 1, "1001");
-  Add(QuoteCode, 1, "1001");
-  Add(Invoice, 1, "1001");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1001"), StatusSuccess);
-  EXPECT_EQ(journal_.NRecord(), 3);
-}
-
-// The number is not compared on the way.
-TEST_F(SalesJournalByNumber, ThatOnlyAPurchaseHasGivesALaterInvoice) {
-  Add(Purchase, 1, "1001");
-  Add(Purchase, 1, "1002");
-  Add(Invoice, 1, "1005");
-  Open();
-  ASSERT_EQ(journal_.GetForInvoice("1001"), StatusSuccess);
-  EXPECT_EQ(journal_.InvoiceNumber(), "1005");
-}
-
-TEST_F(SalesJournalByNumber, ThatOnlyAQuoteHasIsNotFoundAtTheEndOfTheFile) {
-  Add(Invoice, 1, "1000");
-  Add(QuoteCode, 1, "1001");
-  Open();
-  EXPECT_EQ(journal_.GetForInvoice("1001"), StatusEndOfFile);
-}
-
-TEST_F(SalesJournalByNumber, IsFoundInEveryRelease) {
-  for (const double release : {8.0, 12.9, 13.0}) {
-    const Company company(release);
-    const JournalFiles files(company.Folder());
-    files.AddTransaction({.nRecord = 1, .journal = Purchase, .reference = "1001"}, {10});
-    files.AddTransaction({.nRecord = 2, .journal = Invoice, .reference = "1001"}, {20});
-    SalesJournal journal;
-    ASSERT_EQ(journal.OpenFile(), StatusSuccess);
-    EXPECT_EQ(journal.GetForInvoice("1001"), StatusSuccess) << release;
-    EXPECT_EQ(journal.NRecord(), 2) << release;
-  }
-}
-
 // --- The header ---
 
 TEST_F(SalesJournalHeader, NamesFieldsInTheWordsOfASale) {
@@ -446,23 +245,6 @@ TEST_F(SalesJournalHeader, NextNumbersAreThoseOfTheGeneralFile) {
   EXPECT_NO_THROW(journal_.NextQuoteNumber("Q-3"));
   EXPECT_EQ(journal_.NextInvoiceNumber(), "");
   EXPECT_EQ(journal_.NextQuoteNumber(), "");
-}
-
-TEST_F(SalesJournalHeader, MaxTrxNumberIsThatOfTheInvoices) {
-  files_.AddHeader({.nRecord = 1, .journal = Invoice, .period = 5, .trxNumber = 40000});
-  files_.AddHeader({.nRecord = 2, .journal = QuoteCode, .period = 5, .trxNumber = 50000});
-  EXPECT_EQ(journal_.MaxTrxNumberL(5), 40000);
-  EXPECT_EQ(journal_.MaxTrxNumber(5), -25536);
-}
-
-TEST_F(SalesJournalHeader, IncrementBatchCountCountsAnInvoice) {
-  EXPECT_EQ(journal_.IncrementBatchCount(), -1);
-  constexpr std::int16_t BatchCounters = 4;
-  test::OpenRecordFile general(company_.Folder() / TovrinFileNames::GeneralFile(),
-                               GeneralDataRecord::Describe());
-  ASSERT_EQ(general.ReadRow(BatchCounters), StatusSuccess);
-  EXPECT_EQ(general.Record().GetInteger(GeneralDataRecord::BatchEntryCount, Invoice), 1);
-  EXPECT_EQ(general.Record().GetInteger(GeneralDataRecord::BatchEntryCount, QuoteCode), 0);
 }
 
 // --- The rows ---
@@ -564,141 +346,6 @@ TEST_F(SalesJournalRows, BadIndexShowsTheMessageOfEveryJournal) {
   EXPECT_EQ(messages_.Texts(), Messages{"Error in PositionOnDetail(0): NRowsDefined = 10, "
                                         "NDetail = -1, j = 0\r\n"
                                         "9 : Subscript out of range"});
-}
-
-// --- SalesRepID ---
-
-TEST_F(SalesJournalSalesRep, IsTheIdOfTheEmployeeInTheHeader) {
-  AddEmployee(company_.Folder(), {"ADAMS", 11});
-  Open();
-  journal_.NRecord(1);
-  journal_.SalesRepID("ADAMS");
-  EXPECT_EQ(journal_.SalesRepID(), "ADAMS");
-  ASSERT_EQ(journal_.Insert(), StatusSuccess);
-  EXPECT_EQ(files_.Long(1, JrnlHdrRecord::SalesRepIndex), 11);
-  journal_.SalesRepID("");
-  EXPECT_EQ(journal_.SalesRepID(), "");
-  EXPECT_EQ(messages_.Texts(), Messages{});
-}
-
-// It opens the employees whatever the header holds.
-TEST_F(SalesJournalSalesRep, HoldsTheEmployeesFromTheFirstReadOn) {
-  Open();
-  EXPECT_FALSE(IsHeldOpen(Employees()));
-  EXPECT_EQ(journal_.SalesRepID(), "");
-  EXPECT_TRUE(IsHeldOpen(Employees()));
-  ASSERT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(Employees()));
-}
-
-TEST_F(SalesJournalSalesRep, AssignedDoesNotHoldTheEmployees) {
-  AddEmployee(company_.Folder(), {"ADAMS", 11});
-  Open();
-  journal_.SalesRepID("ADAMS");
-  EXPECT_FALSE(IsHeldOpen(Employees()));
-}
-
-TEST_F(SalesJournalSalesRep, WithoutTheEmployeesRaisesAtEveryReadUntilTheyAreBack) {
-  Open();
-  {
-    const TakenAway away(Employees());
-    for (int i = 0; i < 2; ++i) {
-      ExpectRaised([&] { return journal_.SalesRepID(); }, ErrorOpen,
-                   "JrnlHdr.SalesRepID->Employee.OpenFile", StatusFileNotFound);
-    }
-  }
-  EXPECT_EQ(journal_.SalesRepID(), "");
-}
-
-// Elsewhere this refusal is passed over in silence.
-TEST_F(SalesJournalSalesRep, WithProtectedEmployeesRaises) {
-  Open();
-  test::ProtectFile(Employees(), /*allowRead=*/false);
-  ExpectRaised([&] { return journal_.SalesRepID(); }, ErrorOpen,
-               "JrnlHdr.SalesRepID->Employee.OpenFile", StatusInvalidOwner);
-}
-
-TEST_F(SalesJournalSalesRep, NeedsNoMoreThanReadingTheEmployees) {
-  AddEmployee(company_.Folder(), {"ADAMS", 11});
-  AddAccount(company_.Folder(), {"1100", 5});
-  files_.AddTransaction({.nRecord = 1, .journal = Invoice}, {10});
-  test::WhereOnlyThisIsReadOnly(Employees(), [&] {
-    Open();
-    journal_.SalesRepID("ADAMS");
-    EXPECT_EQ(journal_.SalesRepID(), "ADAMS");
-  });
-}
-
-TEST_F(SalesJournalSalesRep, ThatIsUnknownRaises) {
-  files_.AddHeader({.nRecord = 1, .journal = Invoice},
-                   [](Tovrin2Record& header) { header.SetLong(JrnlHdrRecord::SalesRepIndex, 77); });
-  Open();
-  journal_.GetEqual(1);
-  ExpectRaised([&] { return journal_.SalesRepID(); }, ErrorRead,
-               "JrnlHdr.SalesRepID->Employee.GetForIndex(77)", StatusKeyNotFound);
-  AddEmployee(company_.Folder(), {"BAKER", 77});
-  EXPECT_EQ(journal_.SalesRepID(), "BAKER");
-}
-
-// Assigning raises nothing: the user is told, and the sale has no representative.
-TEST_F(SalesJournalSalesRep, AssignedAnUnknownIdShowsAMessageAndStoresNone) {
-  AddEmployee(company_.Folder(), {"ADAMS", 11});
-  Open();
-  journal_.SalesRepID("ADAMS");
-  journal_.SalesRepID("NOBODY");
-  EXPECT_EQ(journal_.SalesRepID(), "");
-  EXPECT_EQ(messages_.Texts(), Messages{"Error getting SalesRep index:\r\n"
-                                        "-2147220988:Employee.GetEqual(NOBODY) failed\r\n\r\n" +
-                                        BtrieveErrorText(StatusKeyNotFound)});
-}
-
-TEST_F(SalesJournalSalesRep, AssignedWithoutTheEmployeesShowsAMessageAndStoresNone) {
-  AddEmployee(company_.Folder(), {"ADAMS", 11});
-  Open();
-  journal_.NRecord(1);
-  journal_.SalesRepID("ADAMS");
-  {
-    const TakenAway away(Employees());
-    journal_.SalesRepID("ADAMS");
-  }
-  ASSERT_EQ(journal_.Insert(), StatusSuccess);
-  EXPECT_EQ(files_.Long(1, JrnlHdrRecord::SalesRepIndex), 0);
-  EXPECT_EQ(messages_.Texts(), Messages{"Error getting SalesRep index:\r\n"
-                                        "-2147220991:Employee.OpenFile failed\r\n\r\n" +
-                                        BtrieveErrorText(StatusFileNotFound)});
-}
-
-// --- CloseFile ---
-
-TEST_F(SalesJournalClose, LeavesNothingOpen) {
-  Open();
-  journal_.SalesRepID();
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(files_.Headers()));
-  EXPECT_FALSE(IsHeldOpen(files_.Rows()));
-  EXPECT_FALSE(IsHeldOpen(company_.Folder() / "Chart.dat"));
-  EXPECT_FALSE(IsHeldOpen(Employees()));
-  EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-}
-
-TEST_F(SalesJournalClose, RaisesWithTheNamesOfTheFilesThatFailInTheirOrder) {
-  test::RunInChild([&] {
-    Open();
-    journal_.SalesRepID();
-    AddAccount(company_.Folder(), {"1100", 5});
-    AddEmployee(company_.Folder(), {"ADAMS", 11});
-    Add(Invoice, 1, "A");
-    test::BreakDisk(company_.Folder() / "Chart.dat");
-    for (const auto& path : {files_.Headers(), files_.Rows(), Employees()}) test::BreakDisk(path);
-    ExpectRaised([&] { return journal_.CloseFile(); }, ErrorClose,
-                 "SalesJournal.CloseFile: "
-                 "\r\nSalesJournal.CloseFile->Chart.CloseFile"
-                 "\r\nSalesJournal.CloseFile->Employee.CloseFile"
-                 "\r\nSalesJournal.CloseFile->JrnlHdr.CloseFile"
-                 "\r\nSalesJournal.CloseFile->JrnlRow.CloseFile",
-                 StatusIOError);
-    EXPECT_EQ(journal_.CloseFile(), StatusSuccess);
-  });
 }
 
 }  // namespace

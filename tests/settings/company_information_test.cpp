@@ -1,11 +1,8 @@
 // The class CompanyInformation: a file of one record, which is stepped to and rewritten; and the
 // properties that are more than a field of it.
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
-#include <string>
-#include <string_view>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -17,6 +14,7 @@
 
 #include "connection/shared_routines.h"
 #include "engine/runtime_error.h"
+#include "engine/tovrin_file.h"
 #include "support/company.h"
 #include "support/errors.h"
 #include "support/settings_row.h"
@@ -253,25 +251,20 @@ class DefaultCustomerDataUnused11
   static std::int16_t Last() { return GetParam().second; }
 };
 
-TEST_P(DefaultCustomerDataUnused11, ShowsTheRowsBytesFrom1ToTheLastOfTheRelease) {
+TEST_P(DefaultCustomerDataUnused11, ShowsTheRowsBytesFrom1ToTheLastOfTheReleaseAndStoresNothing) {
+  const RecordBytes before = row_.Bytes();
   EXPECT_EQ(customers_.Unused11(1), 0);
   EXPECT_EQ(customers_.Unused11(2), PatternAt(2));
   const auto last = static_cast<std::size_t>(Last());
   EXPECT_EQ(customers_.Unused11(static_cast<std::int16_t>(Last() - 1)), PatternAt(last - 1));
   EXPECT_EQ(customers_.Unused11(Last()), PatternAt(last));
-}
 
-TEST_P(DefaultCustomerDataUnused11, BringsAnIndexOutsideToTheNearestOne) {
   EXPECT_EQ(customers_.Unused11(0), 0) << "byte 0 is 1";
   EXPECT_EQ(customers_.Unused11(-9999), 0);
-  const std::uint8_t last = PatternAt(static_cast<std::size_t>(Last()));
-  EXPECT_EQ(customers_.Unused11(static_cast<std::int16_t>(Last() + 1)), last);
-  EXPECT_EQ(customers_.Unused11(9999), last);
-  EXPECT_EQ(customers_.Unused11(32767), last);
-}
+  EXPECT_EQ(customers_.Unused11(static_cast<std::int16_t>(Last() + 1)), PatternAt(last));
+  EXPECT_EQ(customers_.Unused11(9999), PatternAt(last));
+  EXPECT_EQ(customers_.Unused11(32767), PatternAt(last));
 
-TEST_P(DefaultCustomerDataUnused11, CannotBeAssigned) {
-  const RecordBytes before = row_.Bytes();
   customers_.Unused11(5, 200);
   customers_.Unused11(9999, 200);
   ASSERT_EQ(customers_.Update(), StatusSuccess);

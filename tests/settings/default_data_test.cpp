@@ -4,7 +4,6 @@
 // own. What all settings have in common is in settings_frame_test.cpp, their accounts are in
 // settings_accounts_test.cpp.
 #include <cstdint>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -18,12 +17,12 @@
 #include <larkmoor/settings/default_statement_data.h>
 #include <larkmoor/settings/default_tax_types.h>
 #include <larkmoor/status.h>
-#include <larkmoor/variant.h>
 
 #include "engine/records/default_customer_data.h"
 #include "engine/records/default_job_data.h"
 #include "engine/records/default_ship_method.h"
 #include "engine/runtime_error.h"
+#include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
 #include "support/accounts.h"
 #include "support/company.h"

@@ -4,7 +4,6 @@
 // written by CloseFile if it was changed, and not before.
 #include <cstdint>
 #include <filesystem>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,11 +19,13 @@
 #include "connection/status_messages.h"
 #include "engine/records/default_employee_data.h"
 #include "engine/records/employee_aux1.h"
+#include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
 #include "support/accounts.h"
 #include "support/company.h"
 #include "support/masters.h"
 #include "support/payroll_files.h"
+#include "support/protection.h"
 #include "support/raised_errors.h"
 #include "support/record_files.h"
 #include "support/settings_row.h"
@@ -40,6 +41,7 @@ using test::Company;
 using test::ExpectRaised;
 using test::IsHeldOpen;
 using test::PayrollFiles;
+using test::Protection;
 using test::SettingsRow;
 using test::TakenAway;
 
@@ -72,12 +74,6 @@ struct FieldProperty {
   const Field* inRow;
 };
 
-void PrintTo(const FieldProperty& property, std::ostream* out) { *out << property.name; }
-
-std::string NameOf(const testing::TestParamInfo<FieldProperty>& tested) {
-  return std::string(tested.param.name);
-}
-
 const FieldProperty Properties[] = {
     {"EEAdjust", &DefaultEmployeeDataRecord::EEAdjust, &EmployeeAux1Record::Adjust},
     {"EEAmount", &DefaultEmployeeDataRecord::EEAmount, &EmployeeAux1Record::Amount},
@@ -108,35 +104,28 @@ const FieldProperty Properties[] = {
     {"ERSubcategory", &DefaultEmployeeDataRecord::ERSubcategory, &EmployeeAux1Record::Subcategory},
 };
 
-/// The property under test, of the field of number 5 and its neighbour; of an adjustment, for the
-/// third field that it is reckoned from.
-class PayrollField : public testing::TestWithParam<FieldProperty> {
- protected:
-  static constexpr std::int16_t At = 5;
-  static constexpr std::int16_t Next = 6;
-  static constexpr std::int16_t Second = 3;
+/// An object that shows a property, and the two places where its value may lie; of an adjustment,
+/// for the third field that it is reckoned from.
+class Payroll {
+ public:
+  Payroll(const FieldProperty& property, const std::filesystem::path& folder)
+      : property_(property),
+        settings_(folder, DefaultEmployeeDataRecord::Describe()),
+        rows_(folder) {}
 
-  explicit PayrollField(double release) : company_(release) {}
-
+  Status Do(std::string_view operation) { return object_.Call(operation).ToInteger(); }
   void OpenAndRead() {
-    ASSERT_EQ(payroll_.Call("OpenFile"), StatusSuccess);
-    ASSERT_EQ(payroll_.Call("Read"), StatusSuccess);
+    EXPECT_EQ(Do("OpenFile"), StatusSuccess);
+    EXPECT_EQ(Do("Read"), StatusSuccess);
   }
 
-  static bool HasTwoIndexes() { return GetParam().inRecord->count2 != 0; }
-  /// The last index of either place.
-  static int SecondPlace() { return HasTwoIndexes() ? Second : 0; }
-  static std::vector<Variant> Indexes(std::int16_t number) {
-    if (HasTwoIndexes()) return {number, Second};
-    return {number};
-  }
-  Variant Get(std::int16_t number) { return payroll_.Get(GetParam().name, Indexes(number)); }
+  Variant Get(std::int16_t number) { return object_.Get(property_.name, Indexes(number)); }
   void Let(std::int16_t number, const Variant& value) {
-    payroll_.Let(GetParam().name, value, Indexes(number));
+    object_.Let(property_.name, value, Indexes(number));
   }
-
-  static Variant Sample() {
-    switch (GetParam().inRecord->type) {
+  /// A value that the property may have and that is not blank.
+  [[nodiscard]] Variant Sample() const {
+    switch (property_.inRecord->type) {
       case FieldType::Boolean:
         return true;
       case FieldType::Double:
@@ -148,100 +137,144 @@ class PayrollField : public testing::TestWithParam<FieldProperty> {
     }
   }
 
+  // The settings on file.
+  void Store(int number, const Variant& value) {
+    settings_.Set(*property_.inRecord, value, number, SecondPlace());
+  }
+  Variant Stored(int number) { return settings_.Value(*property_.inRecord, number, SecondPlace()); }
+
+  // The rows on file, by the number of the field.
+  void StoreInRow(std::int32_t number, const Variant& value) {
+    rows_.Set(Row(number), *property_.inRow, value, SecondPlace());
+  }
+  Variant StoredInRow(std::int32_t number) {
+    return rows_.Value(Row(number), *property_.inRow, SecondPlace());
+  }
+
+ private:
+  static constexpr std::int16_t Second = 3;
+
+  [[nodiscard]] bool HasTwoIndexes() const { return property_.inRecord->count2 != 0; }
+  [[nodiscard]] int SecondPlace() const { return HasTwoIndexes() ? Second : 0; }
+  [[nodiscard]] std::vector<Variant> Indexes(std::int16_t number) const {
+    if (HasTwoIndexes()) return {number, Second};
+    return {number};
+  }
+  [[nodiscard]] std::int32_t Row(std::int32_t number) const {
+    return property_.name.starts_with("ER") ? number + 40 : number;
+  }
+
+  const FieldProperty& property_;
+  SettingsRow settings_;
+  FieldRows rows_;
+  Object object_{"DefaultEmployeeData"};
+};
+
+class PayrollField : public testing::Test {
+ protected:
+  static constexpr std::int16_t At = 5;
+  static constexpr std::int16_t Next = 6;
+
+  explicit PayrollField(double release) : company_(release) {}
+
+  /// Runs `body(payroll)` for each property, with an object that has read the settings.
+  template <typename Body>
+  void ForEachProperty(Body&& body) {
+    for (const FieldProperty& property : Properties) {
+      SCOPED_TRACE(property.name);
+      Payroll payroll(property, company_.Folder());
+      payroll.OpenAndRead();
+      body(payroll);
+    }
+  }
+
   const Variant blank_ = {};  ///< equal to 0, to False and to the empty text
   Company company_;
   SettingsRow settings_{company_.Folder(), DefaultEmployeeDataRecord::Describe()};
   FieldRows rows_{company_.Folder()};
-  Object payroll_{"DefaultEmployeeData"};
 };
 
 class PayrollFieldBelow19 : public PayrollField {
  protected:
-  PayrollFieldBelow19() : PayrollField(18.9) {
-    Store(At, Sample());
-    Store(Next, blank_);
-    OpenAndRead();
-  }
-
-  void Store(int number, const Variant& value) {
-    settings_.Set(*GetParam().inRecord, value, number, SecondPlace());
-  }
-  Variant Stored(int number) {
-    return settings_.Value(*GetParam().inRecord, number, SecondPlace());
-  }
+  PayrollFieldBelow19() : PayrollField(18.9) {}
 };
 
 class PayrollFieldFrom19 : public PayrollField {
  protected:
-  PayrollFieldFrom19() : PayrollField(19.0) {
-    Store(Row(At), Sample());
-    Store(Row(Next), blank_);
-    OpenAndRead();
-  }
+  PayrollFieldFrom19() : PayrollField(19.0) {}
 
-  /// The row of a field of that number.
-  static std::int32_t Row(std::int32_t number) {
-    const bool isEmployers = GetParam().name.starts_with("ER");
-    return isEmployers ? number + 40 : number;
+  void DeleteRows(std::int32_t number) {
+    rows_.Delete(number);
+    rows_.Delete(number + 40);
   }
-  void Store(std::int32_t row, const Variant& value) {
-    rows_.Set(row, *GetParam().inRow, value, SecondPlace());
-  }
-  Variant Stored(std::int32_t row) { return rows_.Value(row, *GetParam().inRow, SecondPlace()); }
 };
 
-TEST_P(PayrollFieldBelow19, LiesInTheSettingsAtItsNumber) {
+TEST_F(PayrollFieldBelow19, LiesInTheSettingsAtItsNumber) {
   const TakenAway noRows(rows_.Path());
-  EXPECT_EQ(Get(At), Sample());
-  EXPECT_EQ(Get(Next), blank_);
-  Let(Next, Sample());
-  EXPECT_EQ(Get(Next), Sample());
-  ASSERT_EQ(payroll_.Call("Update"), StatusSuccess);
-  EXPECT_EQ(Stored(Next), Sample());
+  ForEachProperty([&](Payroll& payroll) {
+    payroll.Store(At, payroll.Sample());
+    payroll.Store(Next, blank_);
+    ASSERT_EQ(payroll.Do("Read"), StatusSuccess);
+    EXPECT_EQ(payroll.Get(At), payroll.Sample());
+    EXPECT_EQ(payroll.Get(Next), blank_);
+    payroll.Let(Next, payroll.Sample());
+    EXPECT_EQ(payroll.Get(Next), payroll.Sample());
+    ASSERT_EQ(payroll.Do("Update"), StatusSuccess);
+    EXPECT_EQ(payroll.Stored(Next), payroll.Sample());
+  });
 }
 
-INSTANTIATE_TEST_SUITE_P(Properties, PayrollFieldBelow19, testing::ValuesIn(Properties), NameOf);
-
-TEST_P(PayrollFieldFrom19, LiesInTheRowOfItsNumber) {
-  EXPECT_EQ(Get(At), Sample());
-  EXPECT_EQ(Get(Next), blank_);
-  Let(Next, Sample());
-  EXPECT_EQ(Get(Next), Sample());
-  ASSERT_EQ(payroll_.Call("CloseFile"), StatusSuccess);
-  EXPECT_EQ(Stored(Row(Next)), Sample());
+TEST_F(PayrollFieldFrom19, LiesInTheRowOfItsNumber) {
+  ForEachProperty([&](Payroll& payroll) {
+    payroll.StoreInRow(At, payroll.Sample());
+    payroll.StoreInRow(Next, blank_);
+    EXPECT_EQ(payroll.Get(At), payroll.Sample());
+    EXPECT_EQ(payroll.Get(Next), blank_);
+    payroll.Let(Next, payroll.Sample());
+    EXPECT_EQ(payroll.Get(Next), payroll.Sample());
+    ASSERT_EQ(payroll.Do("CloseFile"), StatusSuccess);
+    EXPECT_EQ(payroll.StoredInRow(Next), payroll.Sample());
+  });
 }
 
-TEST_P(PayrollFieldFrom19, LeavesTheSettingsAlone) {
-  settings_.Set(*GetParam().inRecord, Sample(), Next, SecondPlace());
-  ASSERT_EQ(payroll_.Call("Read"), StatusSuccess);
-  const RecordBytes before = settings_.Bytes();
-  EXPECT_EQ(Get(Next), blank_);
-  Let(At, blank_);
-  ASSERT_EQ(payroll_.Call("Update"), StatusSuccess);
-  ASSERT_EQ(payroll_.Call("CloseFile"), StatusSuccess);
-  EXPECT_TRUE(settings_.Bytes() == before);
+TEST_F(PayrollFieldFrom19, LeavesTheSettingsAlone) {
+  ForEachProperty([&](Payroll& payroll) {
+    payroll.Store(At, payroll.Sample());
+    payroll.StoreInRow(At, blank_);
+    ASSERT_EQ(payroll.Do("Read"), StatusSuccess);
+    const RecordBytes before = settings_.Bytes();
+    EXPECT_EQ(payroll.Get(At), blank_);
+    payroll.Let(Next, payroll.Sample());
+    ASSERT_EQ(payroll.Do("Update"), StatusSuccess);
+    ASSERT_EQ(payroll.Do("CloseFile"), StatusSuccess);
+    EXPECT_TRUE(settings_.Bytes() == before);
+  });
 }
 
-TEST_P(PayrollFieldFrom19, WithoutARowIsBlankAndDropsWhatIsAssigned) {
-  rows_.Delete(Row(At));
+TEST_F(PayrollFieldFrom19, WithoutARowIsBlankAndDropsWhatIsAssigned) {
+  DeleteRows(At);
   const std::int32_t rows = rows_.Count();
-  EXPECT_EQ(Get(At), blank_);
-  Let(At, Sample());
-  EXPECT_EQ(Get(At), blank_);
-  ASSERT_EQ(payroll_.Call("CloseFile"), StatusSuccess);
+  ForEachProperty([&](Payroll& payroll) {
+    EXPECT_EQ(payroll.Get(At), blank_);
+    payroll.Let(At, payroll.Sample());
+    EXPECT_EQ(payroll.Get(At), blank_);
+    ASSERT_EQ(payroll.Do("CloseFile"), StatusSuccess);
+  });
   EXPECT_EQ(rows_.Count(), rows);
 }
 
-TEST_P(PayrollFieldFrom19, WithoutARowLeavesTheRowInHandAlone) {
-  rows_.Delete(Row(At));
-  EXPECT_EQ(Get(Next), blank_);
-  EXPECT_EQ(Get(At), blank_);
-  Let(At, Sample());
-  ASSERT_EQ(payroll_.Call("CloseFile"), StatusSuccess);
-  EXPECT_EQ(Stored(Row(Next)), blank_);
+TEST_F(PayrollFieldFrom19, WithoutARowLeavesTheRowInHandAlone) {
+  DeleteRows(At);
+  ForEachProperty([&](Payroll& payroll) {
+    payroll.StoreInRow(Next, blank_);
+    EXPECT_EQ(payroll.Get(Next), blank_);
+    EXPECT_EQ(payroll.Get(At), blank_);
+    payroll.Let(At, payroll.Sample());
+    EXPECT_EQ(payroll.Get(Next), blank_);
+    ASSERT_EQ(payroll.Do("CloseFile"), StatusSuccess);
+    EXPECT_EQ(payroll.StoredInRow(Next), blank_);
+  });
 }
-
-INSTANTIATE_TEST_SUITE_P(Properties, PayrollFieldFrom19, testing::ValuesIn(Properties), NameOf);
 
 // --- Frequencies, which release 19 has no more ---
 
@@ -294,6 +327,19 @@ TEST_P(PayrollFrequencyFrom19, IsEmptyAndDropsWhatIsAssigned) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Releases, PayrollFrequencyFrom19, testing::Values(19.0));
+
+TEST(PayrollFrequencyReleases, AreToldApartAtEachOpenFile) {
+  const Company newer(19.0);
+  DefaultEmployeeData payroll;
+  ASSERT_EQ(payroll.OpenFile(), StatusSuccess);
+  payroll.EEFrequency(1, "weekly");
+  EXPECT_EQ(payroll.EEFrequency(1), "");
+  ASSERT_EQ(payroll.CloseFile(), StatusSuccess);
+  const Company older(18.9);
+  ASSERT_EQ(payroll.OpenFile(), StatusSuccess);
+  payroll.EEFrequency(1, "weekly");
+  EXPECT_EQ(payroll.EEFrequency(1), "weekly");
+}
 
 // --- The row in hand ---
 
@@ -515,103 +561,131 @@ struct RowAccount {
   std::int32_t row;  ///< of number 5
 };
 
-void PrintTo(const RowAccount& account, std::ostream* out) { *out << account.name; }
+// Contra and expense accounts share a field of the rows, and so do the other two.
+const RowAccount RowAccounts[] = {
+    {"EEContraAccount", &DefaultEmployeeData::EEContraAccount,
+     &DefaultEmployeeData::EEContraAccount, &EmployeeAux1Record::ExpenseAccountIndex, 5},
+    {"EEGLAccount", &DefaultEmployeeData::EEGLAccount, &DefaultEmployeeData::EEGLAccount,
+     &EmployeeAux1Record::GLAccountIndex, 5},
+    {"ERExpenseAccount", &DefaultEmployeeData::ERExpenseAccount,
+     &DefaultEmployeeData::ERExpenseAccount, &EmployeeAux1Record::ExpenseAccountIndex, 45},
+    {"ERLiabilityAccount", &DefaultEmployeeData::ERLiabilityAccount,
+     &DefaultEmployeeData::ERLiabilityAccount, &EmployeeAux1Record::GLAccountIndex, 45},
+};
 
-class PayrollFieldAccount : public testing::TestWithParam<RowAccount> {
+/// An object that shows an account, and the row on file.
+class PayrollAccounts {
+ public:
+  PayrollAccounts(const RowAccount& account, const std::filesystem::path& folder)
+      : account_(account), rows_(folder) {}
+
+  DefaultEmployeeData& Object() { return object_; }
+  std::string Get() { return (object_.*account_.get)(5); }
+  void Let(std::string_view id) { (object_.*account_.let)(5, id); }
+  void Store(std::int32_t account) { rows_.Set(account_.row, *account_.field, account); }
+  Variant Stored() { return rows_.Value(account_.row, *account_.field); }
+
+ private:
+  const RowAccount& account_;
+  FieldRows rows_;
+  DefaultEmployeeData object_;
+};
+
+class PayrollFieldAccount : public testing::Test {
  protected:
-  static constexpr std::int16_t At = 5;
   static constexpr std::int32_t Wages = 17;
   static constexpr std::int32_t Taxes = 18;
 
   PayrollFieldAccount() {
     AddAccount(company_.Folder(), {"7100", Wages});
     AddAccount(company_.Folder(), {"7200", Taxes});
-    Store(Wages);
-    EXPECT_EQ(payroll_.OpenFile(), StatusSuccess);
   }
 
   std::filesystem::path ChartFile() const {
     return company_.Folder() / TovrinFileNames::ChartFile();
   }
 
-  std::string Get() { return (payroll_.*GetParam().get)(At); }
-  void Let(std::string_view id) { (payroll_.*GetParam().let)(At, id); }
-  void Store(std::int32_t account) { rows_.Set(GetParam().row, *GetParam().field, account); }
-  Variant Stored() { return rows_.Value(GetParam().row, *GetParam().field); }
+  /// Runs `body(accounts)` for each property, with an open object.
+  template <typename Body>
+  void ForEachProperty(Body&& body) {
+    for (const RowAccount& account : RowAccounts) {
+      SCOPED_TRACE(account.name);
+      PayrollAccounts accounts(account, company_.Folder());
+      ASSERT_EQ(accounts.Object().OpenFile(), StatusSuccess);
+      body(accounts);
+    }
+  }
 
   Company company_;
-  FieldRows rows_{company_.Folder()};
-  DefaultEmployeeData payroll_;
 };
 
-TEST_P(PayrollFieldAccount, IsStoredAsTheIndexAndShownAsTheID) {
-  EXPECT_EQ(Get(), "7100");
-  Let("7200");
-  EXPECT_EQ(Get(), "7200");
-  ASSERT_EQ(payroll_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(Stored(), Taxes);
+TEST_F(PayrollFieldAccount, IsStoredAsTheIndexAndShownAsTheID) {
+  ForEachProperty([](PayrollAccounts& accounts) {
+    accounts.Store(Wages);
+    EXPECT_EQ(accounts.Get(), "7100");
+    accounts.Let("7200");
+    EXPECT_EQ(accounts.Get(), "7200");
+    ASSERT_EQ(accounts.Object().CloseFile(), StatusSuccess);
+    EXPECT_EQ(accounts.Stored(), Taxes);
+  });
 }
 
-TEST_P(PayrollFieldAccount, AssignedEmptyIsStoredAs0) {
+TEST_F(PayrollFieldAccount, AssignedEmptyIsStoredAs0) {
   const TakenAway noChart(ChartFile());
-  Let("");
-  EXPECT_EQ(Get(), "");
-  ASSERT_EQ(payroll_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
+  ForEachProperty([](PayrollAccounts& accounts) {
+    accounts.Store(Wages);
+    accounts.Let("");
+    EXPECT_EQ(accounts.Get(), "");
+    ASSERT_EQ(accounts.Object().CloseFile(), StatusSuccess);
+    EXPECT_EQ(accounts.Stored(), 0);
+  });
 }
 
-TEST_P(PayrollFieldAccount, WithoutARowIsEmptyAndDropsWhatIsAssigned) {
-  rows_.Delete(GetParam().row);
-  const std::int32_t rows = rows_.Count();
-  EXPECT_EQ(Get(), "");
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
-  Let("7200");
-  EXPECT_EQ(Get(), "");
-  ASSERT_EQ(payroll_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(rows_.Count(), rows);
+TEST_F(PayrollFieldAccount, WithoutARowIsEmptyAndDropsWhatIsAssigned) {
+  const FieldRows rows(company_.Folder());
+  rows.Delete(5);
+  rows.Delete(45);
+  const std::int32_t count = rows.Count();
+  ForEachProperty([&](PayrollAccounts& accounts) {
+    EXPECT_EQ(accounts.Get(), "");
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+    accounts.Let("7200");
+    EXPECT_EQ(accounts.Get(), "");
+    ASSERT_EQ(accounts.Object().CloseFile(), StatusSuccess);
+  });
+  EXPECT_EQ(rows.Count(), count);
 }
 
-TEST_P(PayrollFieldAccount, OfAnUnknownIndexRaises) {
-  Store(99);
-  ExpectRaised([&] { return Get(); }, ErrorRead,
-               "DefaultEmployeeData.GetAccount->btChart.GetEqual(99)", StatusKeyNotFound);
+TEST_F(PayrollFieldAccount, OfAnUnknownIndexRaises) {
+  ForEachProperty([](PayrollAccounts& accounts) {
+    accounts.Store(99);
+    ExpectRaised([&] { return accounts.Get(); }, ErrorRead,
+                 "DefaultEmployeeData.GetAccount->btChart.GetEqual(99)", StatusKeyNotFound);
+  });
 }
 
-TEST_P(PayrollFieldAccount, AssignedAnUnknownIDRaisesAndStaysAsItWas) {
-  ExpectRaised([&] { Let("9999"); }, ErrorAccount,
-               "DefaultEmployeeData.GetAccountIndex->oChart.GetForAccountID(9999)",
-               StatusKeyNotFound);
-  EXPECT_EQ(Get(), "7100");
-  ASSERT_EQ(payroll_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(Stored(), Wages);
+TEST_F(PayrollFieldAccount, AssignedAnUnknownIDRaisesAndStaysAsItWas) {
+  ForEachProperty([](PayrollAccounts& accounts) {
+    accounts.Store(Wages);
+    ExpectRaised([&] { accounts.Let("9999"); }, ErrorAccount,
+                 "DefaultEmployeeData.GetAccountIndex->oChart.GetForAccountID(9999)",
+                 StatusKeyNotFound);
+    EXPECT_EQ(accounts.Get(), "7100");
+    ASSERT_EQ(accounts.Object().CloseFile(), StatusSuccess);
+    EXPECT_EQ(accounts.Stored(), Wages);
+  });
 }
 
-TEST_P(PayrollFieldAccount, IsEmptyAndStoredAs0WhereTheChartRefusesAccess) {
-  test::ProtectFile(ChartFile(), /*allowRead=*/false);
-  EXPECT_EQ(Get(), "");
-  Let("7200");
-  ASSERT_EQ(payroll_.CloseFile(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
+TEST_F(PayrollFieldAccount, IsEmptyAndStoredAs0WhereTheChartRefusesAccess) {
+  const Protection protection(ChartFile(), /*allowRead=*/false);
+  ForEachProperty([](PayrollAccounts& accounts) {
+    accounts.Store(Wages);
+    EXPECT_EQ(accounts.Get(), "");
+    accounts.Let("7200");
+    ASSERT_EQ(accounts.Object().CloseFile(), StatusSuccess);
+    EXPECT_EQ(accounts.Stored(), 0);
+  });
 }
-
-// Contra and expense accounts share a field of the rows, and so do the other two.
-INSTANTIATE_TEST_SUITE_P(
-    Properties, PayrollFieldAccount,
-    testing::Values(RowAccount{"EEContraAccount", &DefaultEmployeeData::EEContraAccount,
-                               &DefaultEmployeeData::EEContraAccount,
-                               &EmployeeAux1Record::ExpenseAccountIndex, 5},
-                    RowAccount{"EEGLAccount", &DefaultEmployeeData::EEGLAccount,
-                               &DefaultEmployeeData::EEGLAccount,
-                               &EmployeeAux1Record::GLAccountIndex, 5},
-                    RowAccount{"ERExpenseAccount", &DefaultEmployeeData::ERExpenseAccount,
-                               &DefaultEmployeeData::ERExpenseAccount,
-                               &EmployeeAux1Record::ExpenseAccountIndex, 45},
-                    RowAccount{"ERLiabilityAccount", &DefaultEmployeeData::ERLiabilityAccount,
-                               &DefaultEmployeeData::ERLiabilityAccount,
-                               &EmployeeAux1Record::GLAccountIndex, 45}),
-    [](const testing::TestParamInfo<RowAccount>& tested) {
-      return std::string(tested.param.name);
-    });
 
 }  // namespace
 }  // namespace larkmoor

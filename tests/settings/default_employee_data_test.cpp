@@ -4,7 +4,6 @@
 // settings_accounts_test.cpp.
 #include "engine/records/default_employee_data.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <ostream>
@@ -16,7 +15,6 @@
 
 #include <gtest/gtest.h>
 
-#include <larkmoor/error.h>
 #include <larkmoor/settings/default_employee_data.h>
 #include <larkmoor/status.h>
 #include <larkmoor/variant.h>
@@ -25,7 +23,6 @@
 #include "engine/records/default_w2_data.h"
 #include "engine/records/employee_aux1.h"
 #include "engine/runtime_error.h"
-#include "engine/store/driver.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
 #include "support/child_process.h"
@@ -33,6 +30,7 @@
 #include "support/errors.h"
 #include "support/failing_disk.h"
 #include "support/payroll_files.h"
+#include "support/protection.h"
 #include "support/read_only_file.h"
 #include "support/record_files.h"
 #include "support/settings_row.h"
@@ -44,6 +42,7 @@ namespace {
 using test::CapturedMessages;
 using test::Company;
 using test::IsHeldOpen;
+using test::Protection;
 using test::RaisedNumber;
 using test::SettingsRow;
 using test::TakenAway;
@@ -141,10 +140,11 @@ TEST_F(DefaultEmployeeDataOpening, AnswersForBothRowsOfAFileOfAnotherKind) {
 
 // 51 of both rows is 51051, and no Integer.
 TEST_F(DefaultEmployeeDataOpening, OverflowsWhereBothRowsAnswer33OrMore) {
-  test::ProtectFile(GeneralFile(), /*allowRead=*/false);
-  EXPECT_EQ(RaisedNumber([&] { return payroll_.OpenFile(); }), errors::Overflow);
-  EXPECT_EQ(payroll_.CloseFile(), StatusSuccess);
-  ASSERT_EQ(store::DefaultDriver().ClearOwner(GeneralFile(), "someone"), StatusSuccess);
+  {
+    const Protection protection(GeneralFile(), /*allowRead=*/false);
+    EXPECT_EQ(RaisedNumber([&] { return payroll_.OpenFile(); }), errors::Overflow);
+    EXPECT_EQ(payroll_.CloseFile(), StatusSuccess);
+  }
   ASSERT_NO_FATAL_FAILURE(OpenAndRead());
 }
 
@@ -159,7 +159,6 @@ TEST_F(DefaultEmployeeDataOpening, OverflowsWithoutThePayrollFieldsAndCanBeTried
   {
     const TakenAway away(FieldsFile());
     EXPECT_EQ(RaisedNumber([&] { return payroll_.OpenFile(); }), errors::Overflow);
-    EXPECT_EQ(payroll_.CloseFile(), StatusSuccess);
   }
   ASSERT_NO_FATAL_FAILURE(OpenAndRead());
 }

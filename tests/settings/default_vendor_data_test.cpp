@@ -3,16 +3,15 @@
 #include "engine/records/default_vendor_data.h"
 
 #include <cstdint>
-#include <string>
 
 #include <gtest/gtest.h>
 
 #include <larkmoor/settings/default_vendor_data.h>
 #include <larkmoor/status.h>
-#include <larkmoor/variant.h>
 
 #include "connection/shared_routines.h"
 #include "engine/runtime_error.h"
+#include "engine/tovrin_file.h"
 #include "support/company.h"
 #include "support/errors.h"
 #include "support/settings_row.h"
@@ -45,7 +44,7 @@ TEST_F(DefaultVendorDataTest, NLabelsShowsWhatIsOnFile) {
   EXPECT_EQ(vendors_.NLabels(), 3);
 }
 
-// Here customers' settings bring an index outside to the nearest one.
+// Customers' settings bring an index outside to the nearest one; these do not.
 TEST_F(DefaultVendorDataTest, IndexesAreTakenAsTheyAre) {
   row_.Change([](Tovrin2Record& row) {
     row.SetText(DefaultVendorDataRecord::AgingHeading, "nobody's", 0);

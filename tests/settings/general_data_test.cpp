@@ -2,11 +2,8 @@
 // settings_frame_test.cpp, its accounts are in settings_accounts_test.cpp.
 #include "engine/records/general_data.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -18,10 +15,9 @@
 
 #include "connection/shared_routines.h"
 #include "engine/runtime_error.h"
-#include "engine/tovrin_file_names.h"
+#include "engine/tovrin_file.h"
 #include "support/company.h"
 #include "support/errors.h"
-#include "support/record_files.h"
 #include "support/settings_row.h"
 
 namespace larkmoor {
@@ -58,6 +54,7 @@ class GeneralDataTest : public testing::Test {
 
 using GeneralDataMarks = GeneralDataTest;
 using GeneralDataDates = GeneralDataTest;
+using GeneralDataOldestUnpostedTrx = GeneralDataTest;
 using GeneralDataBytes = GeneralDataTest;
 
 TEST_F(GeneralDataTest, ReadOnlyFieldsShowWhatIsOnFile) {
@@ -186,34 +183,28 @@ TEST_F(GeneralDataDates, UnidentifiedDateIsNullWhateverWasAssigned) {
 
 // --- The oldest unposted transaction ---
 
-/// A value that no client can assign.
-class GeneralDataOldestUnpostedTrx : public GeneralDataTest,
-                                     public testing::WithParamInterface<Variant> {};
-
-TEST_P(GeneralDataOldestUnpostedTrx, AssignedRunsOutOfStackAndKeepsWhatIsStored) {
+TEST_F(GeneralDataOldestUnpostedTrx, AssignedRunsOutOfStackAndKeepsWhatIsStored) {
   const Date oldest = Date::FromYmd(2012, 2, 29);
   Store(GeneralDataRecord::OldestUnpostedTrx, oldest);
-  try {
-    general_.OldestUnpostedTrx(GetParam());
-    ADD_FAILURE() << "nothing is raised";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), 28);
-    EXPECT_EQ(error.Source(), "Larkmoor");
-    EXPECT_EQ(error.Description(), "Out of stack space");
-    EXPECT_EQ(error.BtrieveStatus(), 0);
+  for (const Variant& value : {Variant(Date::FromYmd(2012, 3, 1)), Variant(oldest), Variant(Null),
+                               Variant(""), Variant("no date"), Variant()}) {
+    try {
+      general_.OldestUnpostedTrx(value);
+      ADD_FAILURE() << value << " raises nothing";
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Number(), 28);
+      EXPECT_EQ(error.Source(), "Larkmoor");
+      EXPECT_EQ(error.Description(), "Out of stack space");
+      EXPECT_EQ(error.BtrieveStatus(), 0);
+    }
+    EXPECT_EQ(general_.OldestUnpostedTrx(), oldest);
   }
-  EXPECT_EQ(general_.OldestUnpostedTrx(), oldest);
   general_.CalendarYear(2012);
   EXPECT_EQ(Written(GeneralDataRecord::CalendarYear), 2012) << "the object goes on working";
   EXPECT_EQ(row_.Value(GeneralDataRecord::OldestUnpostedTrx), oldest);
 }
 
-INSTANTIATE_TEST_SUITE_P(Values, GeneralDataOldestUnpostedTrx,
-                         testing::Values(Date::FromYmd(2012, 3, 1), Date::FromYmd(2012, 2, 29),
-                                         Variant(Null), Variant(""), Variant("no date"),
-                                         Variant()));
-
-TEST_F(GeneralDataTest, OldestUnpostedTrxCannotBeAssignedBeforeOpenFileEither) {
+TEST_F(GeneralDataOldestUnpostedTrx, CannotBeAssignedBeforeOpenFileEither) {
   GeneralData general;
   EXPECT_EQ(RaisedNumber([&] { general.OldestUnpostedTrx(Null); }), errors::OutOfStackSpace);
   EXPECT_TRUE(general.OldestUnpostedTrx().IsNull());

@@ -5,13 +5,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include <larkmoor/settings/general_data.h>
 #include <larkmoor/status.h>
 #include <larkmoor/variant.h>
 
@@ -23,7 +24,6 @@
 #include "engine/records/default_ship_method.h"
 #include "engine/records/default_vendor_data.h"
 #include "engine/records/general_data.h"
-#include "engine/store/driver.h"
 #include "engine/tovrin_file.h"
 #include "engine/tovrin_file_names.h"
 #include "support/accounts.h"
@@ -31,6 +31,7 @@
 #include "support/company.h"
 #include "support/errors.h"
 #include "support/failing_disk.h"
+#include "support/protection.h"
 #include "support/raised_errors.h"
 #include "support/read_only_file.h"
 #include "support/record_files.h"
@@ -46,6 +47,7 @@ using test::Company;
 using test::ExpectRaised;
 using test::IsHeldOpen;
 using test::OpenRecordFile;
+using test::Protection;
 using test::RaisedNumber;
 using test::SettingsRow;
 using test::TakenAway;
@@ -63,14 +65,6 @@ struct AccountProperty {
   const Field* field;
   std::optional<std::int16_t> index = {};
 };
-
-void PrintTo(const AccountProperty& property, std::ostream* out) {
-  *out << property.className << '.' << property.name;
-}
-
-std::string NameOf(const testing::TestParamInfo<AccountProperty>& tested) {
-  return std::string(tested.param.className) + "_" + std::string(tested.param.name);
-}
 
 const AccountProperty AllProperties[] = {
     {"GeneralData", "BankRecAccount", GeneralDataRecord::Describe,
@@ -146,395 +140,507 @@ std::vector<AccountProperty> OneOfEachClass() {
   return properties;
 }
 
-/// A company with two accounts, the first of them in the row of the property under test, and an
-/// object that has read it. Up to release 18 all accounts of the settings lie in its rows.
-class SettingsAccount : public testing::TestWithParam<AccountProperty> {
+/// An object that shows an account, and its row on file.
+class Settings {
+ public:
+  Settings(const AccountProperty& property, const std::filesystem::path& folder)
+      : property_(property),
+        folder_(folder),
+        row_(folder, property.record()),
+        object_(property.className) {}
+
+  [[nodiscard]] bool IsOf(std::string_view className) const {
+    return property_.className == className;
+  }
+  /// Another object of the class.
+  [[nodiscard]] Settings Another() const { return Settings(property_, folder_); }
+
+  Status OpenFile() { return Do("OpenFile"); }
+  Status Read() { return Do("Read"); }
+  Status Update() { return Do("Update"); }
+  Status CloseFile() { return Do("CloseFile"); }
+  void OpenAndRead() {
+    EXPECT_EQ(OpenFile(), StatusSuccess);
+    EXPECT_EQ(Read(), StatusSuccess);
+  }
+
+  // The account's ID in the object, and its index on file.
+  std::string Get() { return object_.Get(property_.name, Indexes()).ToText(); }
+  void Let(std::string_view id) { object_.Let(property_.name, id, Indexes()); }
+  void Store(std::int32_t account) {
+    row_.Set(*property_.field, account, property_.index.value_or(0));
+  }
+  std::int32_t Stored() {
+    return row_.Value(*property_.field, property_.index.value_or(0)).ToLong();
+  }
+
+  // What messages say of a failing step.
+  std::string OpeningToRead() { return Step("GetAccount->btChart.btOpen"); }
+  std::string OpeningToAssign() { return Step("LetAccount->oChart.btOpen"); }
+  std::string Reading(std::int32_t index) {
+    return Step("GetAccount->btChart.GetEqual(" + std::to_string(index) + ")");
+  }
+  std::string Assigning(std::string_view id) {
+    return Step("GetAccountIndex->oChart.GetForAccountID(" + std::string(id) + ")");
+  }
+
+ private:
+  Status Do(std::string_view operation) { return object_.Call(operation).ToInteger(); }
+  std::vector<Variant> Indexes() {
+    if (!property_.index) return {};
+    return {*property_.index};
+  }
+  std::string Step(std::string_view step) {
+    return std::string(property_.className) + "." + std::string(step);
+  }
+
+  const AccountProperty& property_;
+  std::filesystem::path folder_;
+  SettingsRow row_;
+  Object object_;
+};
+
+/// A company with two accounts. Up to release 18 all accounts of the settings lie in its rows.
+class SettingsAccount : public testing::Test {
  protected:
   SettingsAccount() {
     AddAccount(company_.Folder(), {"1000", Cash});
     AddAccount(company_.Folder(), {"6000", Rent});
-    Store(Cash);
-    OpenAndRead(settings_);
   }
 
   std::filesystem::path File(std::string_view name) const { return company_.Folder() / name; }
   std::filesystem::path ChartFile() const { return File(TovrinFileNames::ChartFile()); }
   std::filesystem::path GeneralFile() const { return File(TovrinFileNames::GeneralFile()); }
 
-  // The property under test.
-  static std::vector<Variant> Index() {
-    if (!GetParam().index) return {};
-    return {*GetParam().index};
+  /// Runs `body(settings)` for each property, with an object that has read its row with the first
+  /// account.
+  template <typename Properties, typename Body>
+  void ForEachOf(const Properties& properties, Body&& body) {
+    for (const AccountProperty& property : properties) {
+      SCOPED_TRACE(std::string(property.className) + "." + std::string(property.name));
+      Settings settings(property, company_.Folder());
+      settings.Store(Cash);
+      settings.OpenAndRead();
+      body(settings);
+    }
   }
-  static std::string Get(Object& object) { return object.Get(GetParam().name, Index()).ToText(); }
-  static void Let(Object& object, std::string_view id) { object.Let(GetParam().name, id, Index()); }
-
-  // What is on file of it.
-  void Store(std::int32_t account) {
-    row_.Set(*GetParam().field, account, GetParam().index.value_or(0));
+  template <typename Body>
+  void ForEachAccount(Body&& body) {
+    ForEachOf(AllProperties, std::forward<Body>(body));
   }
-  std::int32_t Stored() {
-    return row_.Value(*GetParam().field, GetParam().index.value_or(0)).ToLong();
-  }
-
-  static Object Made() { return Object(GetParam().className); }
-  static Status Do(Object& object, std::string_view operation) {
-    return object.Call(operation).ToInteger();
-  }
-  static void OpenAndRead(Object& object) {
-    EXPECT_EQ(Do(object, "OpenFile"), StatusSuccess);
-    EXPECT_EQ(Do(object, "Read"), StatusSuccess);
-  }
-  Status OpenFile() { return Do(settings_, "OpenFile"); }
-  Status Read() { return Do(settings_, "Read"); }
-  Status Update() { return Do(settings_, "Update"); }
-  Status CloseFile() { return Do(settings_, "CloseFile"); }
-  std::string Get() { return Get(settings_); }
-  void Let(std::string_view id) { Let(settings_, id); }
-
-  // What messages say of a failing step.
-  static std::string Step(std::string_view step) {
-    return std::string(GetParam().className) + "." + std::string(step);
-  }
-  static std::string OpeningToRead() { return Step("GetAccount->btChart.btOpen"); }
-  static std::string OpeningToAssign() { return Step("LetAccount->oChart.btOpen"); }
-  static std::string Reading(std::int32_t index) {
-    return Step("GetAccount->btChart.GetEqual(") + std::to_string(index) + ")";
-  }
-  static std::string Assigning(std::string_view id) {
-    return Step("GetAccountIndex->oChart.GetForAccountID(") + std::string(id) + ")";
-  }
-
-  void ProtectChart() { test::ProtectFile(ChartFile(), /*allowRead=*/false); }
-  void LiftProtection() {
-    ASSERT_EQ(store::DefaultDriver().ClearOwner(ChartFile(), "someone"), StatusSuccess);
+  template <typename Body>
+  void ForEachClass(Body&& body) {
+    ForEachOf(OneOfEachClass(), std::forward<Body>(body));
   }
 
   Company company_{18.9};
-  SettingsRow row_{company_.Folder(), GetParam().record()};
-  Object settings_ = Made();
 };
 
 using SettingsChart = SettingsAccount;
 
 // --- Every account ---
 
-TEST_P(SettingsAccount, IsStoredAsTheIndexAndShownAsTheID) {
-  EXPECT_EQ(Get(), "1000");
-  Let("6000");
-  EXPECT_EQ(Get(), "6000");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), Rent);
-}
-
-TEST_P(SettingsAccount, AssignedEmptyIsStoredAs0AndNeedsNoChart) {
-  const TakenAway away(ChartFile());
-  Let("");
-  EXPECT_EQ(Get(), "");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
-}
-
-TEST_P(SettingsAccount, OfAnUnknownIndexRaisesButInGeneralDataIsEmpty) {
-  for (const std::int32_t index : {Unknown, -1}) {
-    Store(index);
-    ASSERT_EQ(Read(), StatusSuccess);
-    if (GetParam().className == "GeneralData") {
-      EXPECT_EQ(Get(), "");
-    } else {
-      ExpectRaised([&] { return Get(); }, ErrorRead, Reading(index), StatusKeyNotFound);
-    }
-    ASSERT_EQ(Update(), StatusSuccess);
-    EXPECT_EQ(Stored(), index) << "it is kept";
-  }
-}
-
-TEST_P(SettingsAccount, AssignedAnUnknownIDRaisesAndStaysAsItWas) {
-  for (const char* id : {"9999", "100", "10000", "1000 ", "?"}) {
-    ExpectRaised([&] { Let(id); }, ErrorAccount, Assigning(id), StatusKeyNotFound);
-    EXPECT_EQ(Get(), "1000") << id;
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Settings, SettingsAccount, testing::ValuesIn(AllProperties), NameOf);
-
-// --- The chart is opened where it is needed ---
-
-TEST_P(SettingsChart, IsNotOpenedByOpenFileOrRead) { EXPECT_FALSE(IsHeldOpen(ChartFile())); }
-
-TEST_P(SettingsChart, IsNotOpenedForAnAccountOfIndex0) {
-  Store(0);
-  ASSERT_EQ(Read(), StatusSuccess);
-  const TakenAway away(ChartFile());
-  EXPECT_EQ(Get(), "");
-}
-
-TEST_P(SettingsChart, StaysOpenOnceItWasRead) {
-  EXPECT_EQ(Get(), "1000");
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
-  const TakenAway away(ChartFile());
-  EXPECT_EQ(Get(), "1000");
-  Let("6000");
-  EXPECT_EQ(Get(), "6000");
-}
-
-TEST_P(SettingsChart, StaysOpenOnceAnAccountWasAssigned) {
-  Let("6000");
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
-  const TakenAway away(ChartFile());
-  EXPECT_EQ(Get(), "6000");
-}
-
-TEST_P(SettingsChart, StaysOpenAfterAnIDThatIsUnknown) {
-  EXPECT_EQ(RaisedNumber([&] { Let("9999"); }), ErrorAccount);
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
-}
-
-TEST_P(SettingsChart, ShowsTheIDThatTheAccountHasNow) {
-  EXPECT_EQ(Get(), "1000");
-  OpenRecordFile chart(ChartFile(), ChartRecord::Describe());
-  chart.File().KeyLong(Cash, 0);
-  ASSERT_EQ(chart.File().btGetEqual(3), StatusSuccess);
-  chart.Record().SetText(ChartRecord::AccountID, "1010");
-  ASSERT_EQ(chart.File().btUpdate(3), StatusSuccess);
-  EXPECT_EQ(Get(), "1010");
-}
-
-TEST_P(SettingsChart, ThatIsMissingRaisesAndIsTriedAgain) {
-  {
-    const TakenAway away(ChartFile());
-    for (int tries = 0; tries < 2; ++tries) {
-      ExpectRaised([&] { return Get(); }, ErrorOpen, OpeningToRead(), StatusFileNotFound);
-      ExpectRaised([&] { Let("6000"); }, ErrorOpen, OpeningToAssign(), StatusFileNotFound);
-    }
-  }
-  EXPECT_EQ(Get(), "1000");
-  Let("6000");
-  EXPECT_EQ(Get(), "6000");
-}
-
-TEST_P(SettingsChart, MustBeWritable) {
-  ASSERT_EQ(CloseFile(), StatusSuccess);
-  test::WhereOnlyThisIsReadOnly(ChartFile(), [] {
-    Object settings = Made();
-    OpenAndRead(settings);
-    ExpectRaised([&] { return Get(settings); }, ErrorOpen, OpeningToRead(), StatusPermission);
-    ExpectRaised([&] { Let(settings, "6000"); }, ErrorOpen, OpeningToAssign(), StatusPermission);
+TEST_F(SettingsAccount, IsStoredAsTheIndexAndShownAsTheID) {
+  ForEachAccount([](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "6000");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), Rent);
   });
 }
 
-TEST_P(SettingsChart, ThatOthersMayReadIsReadLikeAnyOther) {
-  test::ProtectFile(ChartFile(), /*allowRead=*/true);
-  EXPECT_EQ(Get(), "1000");
-  Let("6000");
-  EXPECT_EQ(Get(), "6000");
+TEST_F(SettingsAccount, AssignedEmptyIsStoredAs0AndNeedsNoChart) {
+  const TakenAway away(ChartFile());
+  ForEachAccount([](Settings& settings) {
+    settings.Let("");
+    EXPECT_EQ(settings.Get(), "");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), 0);
+  });
+}
+
+TEST_F(SettingsAccount, OfAnUnknownIndexRaisesButInGeneralDataIsEmpty) {
+  ForEachAccount([](Settings& settings) {
+    for (const std::int32_t index : {Unknown, -1}) {
+      settings.Store(index);
+      ASSERT_EQ(settings.Read(), StatusSuccess);
+      if (settings.IsOf("GeneralData")) {
+        EXPECT_EQ(settings.Get(), "");
+      } else {
+        ExpectRaised([&] { return settings.Get(); }, ErrorRead, settings.Reading(index),
+                     StatusKeyNotFound);
+      }
+      ASSERT_EQ(settings.Update(), StatusSuccess);
+      EXPECT_EQ(settings.Stored(), index) << "it is kept";
+    }
+  });
+}
+
+TEST_F(SettingsAccount, AssignedAnUnknownIDRaisesAndStaysAsItWas) {
+  ForEachAccount([](Settings& settings) {
+    for (const char* id : {"9999", "100", "10000", "1000 ", "?"}) {
+      ExpectRaised([&] { settings.Let(id); }, ErrorAccount, settings.Assigning(id),
+                   StatusKeyNotFound);
+      EXPECT_EQ(settings.Get(), "1000") << id;
+    }
+  });
+}
+
+// --- The chart is opened where it is needed ---
+
+TEST_F(SettingsChart, IsNotOpenedByOpenFileOrRead) {
+  ForEachClass([&](Settings&) { EXPECT_FALSE(IsHeldOpen(ChartFile())); });
+}
+
+TEST_F(SettingsChart, IsNotOpenedForAnAccountOfIndex0) {
+  const TakenAway away(ChartFile());
+  ForEachClass([](Settings& settings) {
+    settings.Store(0);
+    ASSERT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), "");
+  });
+}
+
+TEST_F(SettingsChart, StaysOpenOnceItWasRead) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+    const TakenAway away(ChartFile());
+    EXPECT_EQ(settings.Get(), "1000");
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "6000");
+  });
+}
+
+TEST_F(SettingsChart, StaysOpenOnceAnAccountWasAssigned) {
+  ForEachClass([&](Settings& settings) {
+    settings.Let("6000");
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+    const TakenAway away(ChartFile());
+    EXPECT_EQ(settings.Get(), "6000");
+  });
+}
+
+TEST_F(SettingsChart, StaysOpenAfterAnIDThatIsUnknown) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(RaisedNumber([&] { settings.Let("9999"); }), ErrorAccount);
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+  });
+}
+
+TEST_F(SettingsChart, ShowsTheIDThatTheAccountHasNow) {
+  ForEachClass([&](Settings& settings) {
+    for (const char* id : {"1010", "1000"}) {
+      OpenRecordFile chart(ChartFile(), ChartRecord::Describe());
+      chart.File().KeyLong(Cash, 0);
+      ASSERT_EQ(chart.File().btGetEqual(3), StatusSuccess);
+      chart.Record().SetText(ChartRecord::AccountID, id);
+      ASSERT_EQ(chart.File().btUpdate(3), StatusSuccess);
+      EXPECT_EQ(settings.Get(), id);
+    }
+  });
+}
+
+TEST_F(SettingsChart, ThatIsMissingRaisesAndIsTriedAgain) {
+  ForEachClass([&](Settings& settings) {
+    {
+      const TakenAway away(ChartFile());
+      for (int tries = 0; tries < 2; ++tries) {
+        ExpectRaised([&] { return settings.Get(); }, ErrorOpen, settings.OpeningToRead(),
+                     StatusFileNotFound);
+        ExpectRaised([&] { settings.Let("6000"); }, ErrorOpen, settings.OpeningToAssign(),
+                     StatusFileNotFound);
+      }
+    }
+    EXPECT_EQ(settings.Get(), "1000");
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "6000");
+  });
+}
+
+TEST_F(SettingsChart, MustBeWritable) {
+  test::WhereOnlyThisIsReadOnly(ChartFile(), [&] {
+    ForEachClass([](Settings& settings) {
+      ExpectRaised([&] { return settings.Get(); }, ErrorOpen, settings.OpeningToRead(),
+                   StatusPermission);
+      ExpectRaised([&] { settings.Let("6000"); }, ErrorOpen, settings.OpeningToAssign(),
+                   StatusPermission);
+    });
+  });
+}
+
+TEST_F(SettingsChart, ThatOthersMayReadIsReadLikeAnyOther) {
+  const Protection protection(ChartFile(), /*allowRead=*/true);
+  ForEachClass([](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "6000");
+  });
 }
 
 // --- A chart that refuses access ---
 
-TEST_P(SettingsChart, RefusedReadsEmptyUntilTheNextOpenFile) {
-  ProtectChart();
-  EXPECT_EQ(Get(), "");
-  LiftProtection();
-  EXPECT_EQ(Get(), "");
-  ASSERT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Get(), "") << "a Read forgets nothing";
+TEST_F(SettingsChart, RefusedReadsEmptyUntilTheNextOpenFile) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.Get(), "");
+    protection.Lift();
+    EXPECT_EQ(settings.Get(), "");
+    ASSERT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), "") << "a Read forgets nothing";
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+    settings.OpenAndRead();
+    EXPECT_EQ(settings.Get(), "1000");
+  });
+}
+
+TEST_F(SettingsChart, RefusedMakesAssignmentsStore0UntilTheNextOpenFile) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    settings.Let("6000");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), 0);
+    protection.Lift();
+    settings.Store(Cash);
+    ASSERT_EQ(settings.Read(), StatusSuccess);
+    settings.Let("6000");
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), 0);
+    settings.OpenAndRead();
+    settings.Let("6000");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), Rent);
+  });
+}
+
+TEST_F(SettingsChart, RefusedAcceptsIDsThatNoAccountHas) {
+  const Protection protection(ChartFile(), /*allowRead=*/false);
+  ForEachClass([](Settings& settings) {
+    settings.Let("9999");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), 0);
+  });
+}
+
+TEST_F(SettingsChart, RefusedToAReadIsRefusedToAssignmentsToo) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.Get(), "");
+    protection.Lift();
+    settings.Let("6000");
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), 0);
+  });
+}
+
+TEST_F(SettingsChart, RefusedToAnAssignmentIsRefusedToReadsToo) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    settings.Let("6000");
+    protection.Lift();
+    ASSERT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), "");
+  });
+}
+
+TEST_F(SettingsChart, RefusedIsForgottenAlsoByAnOpenFileThatFails) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.Get(), "");
+    protection.Lift();
+    {
+      const TakenAway away(GeneralFile());
+      ASSERT_NE(settings.OpenFile(), StatusSuccess);
+    }
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "6000");
+  });
+}
+
+TEST_F(SettingsChart, RefusedIsNotForgottenByCloseFile) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.Get(), "");
+    protection.Lift();
+    ASSERT_EQ(settings.CloseFile(), StatusSuccess);
+    settings.Let("6000");
+    EXPECT_EQ(settings.Get(), "");
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+  });
+}
+
+TEST_F(SettingsChart, RefusedToOneAccountIsRefusedToAllOfTheObject) {
+  GeneralData general;
+  ASSERT_EQ(general.OpenFile(), StatusSuccess);
+  ASSERT_EQ(general.Read(), StatusSuccess);
+  Protection protection(ChartFile(), /*allowRead=*/false);
+  general.RoundingAccount("6000");
+  protection.Lift();
+  general.CashAcnt("6000");
+  EXPECT_EQ(general.CashAcnt(), "");
   EXPECT_FALSE(IsHeldOpen(ChartFile()));
-  OpenAndRead(settings_);
-  EXPECT_EQ(Get(), "1000");
 }
 
-TEST_P(SettingsChart, RefusedMakesAssignmentsStore0UntilTheNextOpenFile) {
-  ProtectChart();
-  Let("6000");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
-  LiftProtection();
-  Store(Cash);
-  ASSERT_EQ(Read(), StatusSuccess);
-  Let("6000");
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
-  OpenAndRead(settings_);
-  Let("6000");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), Rent);
-}
-
-TEST_P(SettingsChart, RefusedAcceptsIDsThatNoAccountHas) {
-  ProtectChart();
-  Let("9999");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
-}
-
-TEST_P(SettingsChart, RefusedToAReadIsRefusedToAssignmentsToo) {
-  ProtectChart();
-  EXPECT_EQ(Get(), "");
-  LiftProtection();
-  Let("6000");
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), 0);
-}
-
-TEST_P(SettingsChart, RefusedToAnAssignmentIsRefusedToReadsToo) {
-  ProtectChart();
-  Let("6000");
-  LiftProtection();
-  ASSERT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Get(), "");
-}
-
-TEST_P(SettingsChart, RefusedIsForgottenAlsoByAnOpenFileThatFails) {
-  ProtectChart();
-  EXPECT_EQ(Get(), "");
-  LiftProtection();
-  {
-    const TakenAway away(GeneralFile());
-    ASSERT_NE(OpenFile(), StatusSuccess);
-  }
-  Let("6000");
-  EXPECT_EQ(Get(), "6000");
-}
-
-TEST_P(SettingsChart, RefusedIsNotForgottenByCloseFile) {
-  ProtectChart();
-  EXPECT_EQ(Get(), "");
-  LiftProtection();
-  ASSERT_EQ(CloseFile(), StatusSuccess);
-  Let("6000");
-  EXPECT_EQ(Get(), "");
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
-}
-
-TEST_P(SettingsChart, RefusedToOneObjectIsTriedByAnother) {
-  ProtectChart();
-  EXPECT_EQ(Get(), "");
-  LiftProtection();
-  Object another = Made();
-  OpenAndRead(another);
-  EXPECT_EQ(Get(another), "1000");
+TEST_F(SettingsChart, RefusedToOneObjectIsTriedByAnother) {
+  ForEachClass([&](Settings& settings) {
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.Get(), "");
+    protection.Lift();
+    Settings another = settings.Another();
+    another.OpenAndRead();
+    EXPECT_EQ(another.Get(), "1000");
+  });
 }
 
 // --- A chart that the engine has closed under the object ---
 
-TEST_P(SettingsChart, ClosedByTheEngineIsOpenedAgainToBeRead) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  EXPECT_EQ(Get(), "1000");
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
+TEST_F(SettingsChart, ClosedByTheEngineIsOpenedAgainToBeRead) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), "1000");
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+  });
 }
 
-TEST_P(SettingsChart, ClosedByTheEngineIsOpenedAgainForAnAssignment) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  Let("6000");
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
-  EXPECT_EQ(Get(), "6000");
+TEST_F(SettingsChart, ClosedByTheEngineIsOpenedAgainForAnAssignment) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    settings.Let("6000");
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+    EXPECT_EQ(settings.Get(), "6000");
+  });
 }
 
-TEST_P(SettingsChart, OpenedAgainMayStillLackTheAccount) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  ExpectRaised([&] { Let("9999"); }, ErrorAccount, Assigning("9999"), StatusKeyNotFound);
+TEST_F(SettingsChart, OpenedAgainMayStillLackTheAccount) {
+  ForEachClass([](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    ExpectRaised([&] { settings.Let("9999"); }, ErrorAccount, settings.Assigning("9999"),
+                 StatusKeyNotFound);
+  });
 }
 
 // Nobody looks at how the second open went: the search then meets a file that is not open.
-TEST_P(SettingsChart, ClosedByTheEngineAndThenMissingFailsInTheSearch) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  {
-    const TakenAway away(ChartFile());
-    ExpectRaised([&] { return Get(); }, ErrorRead, Reading(Cash), StatusFileNotOpen);
-    ExpectRaised([&] { Let("6000"); }, ErrorAccount, Assigning("6000"), StatusFileNotOpen);
-  }
-  EXPECT_EQ(Get(), "1000") << "and is opened again as soon as it is there";
+TEST_F(SettingsChart, ClosedByTheEngineAndThenMissingFailsInTheSearch) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    {
+      const TakenAway away(ChartFile());
+      ExpectRaised([&] { return settings.Get(); }, ErrorRead, settings.Reading(Cash),
+                   StatusFileNotOpen);
+      ExpectRaised([&] { settings.Let("6000"); }, ErrorAccount, settings.Assigning("6000"),
+                   StatusFileNotOpen);
+    }
+    EXPECT_EQ(settings.Get(), "1000") << "and is opened again as soon as it is there";
+  });
 }
 
-TEST_P(SettingsChart, ClosedByTheEngineAndThenRefusedFailsInTheSearchAndIsNotPassedOver) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  ProtectChart();
-  ExpectRaised([&] { return Get(); }, ErrorRead, Reading(Cash), StatusFileNotOpen);
-  ExpectRaised([&] { Let("6000"); }, ErrorAccount, Assigning("6000"), StatusFileNotOpen);
-  LiftProtection();
-  EXPECT_EQ(Get(), "1000");
+TEST_F(SettingsChart, ClosedByTheEngineAndThenRefusedFailsInTheSearchAndIsNotPassedOver) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    Protection protection(ChartFile(), /*allowRead=*/false);
+    ExpectRaised([&] { return settings.Get(); }, ErrorRead, settings.Reading(Cash),
+                 StatusFileNotOpen);
+    ExpectRaised([&] { settings.Let("6000"); }, ErrorAccount, settings.Assigning("6000"),
+                 StatusFileNotOpen);
+    protection.Lift();
+    EXPECT_EQ(settings.Get(), "1000");
+  });
 }
 
 // --- The end of the chart ---
 
-TEST_P(SettingsChart, IsClosedByCloseFile) {
-  EXPECT_EQ(Get(), "1000");
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
-  EXPECT_EQ(CloseFile(), StatusSuccess);
+TEST_F(SettingsChart, IsClosedByCloseFile) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+  });
 }
 
-TEST_P(SettingsChart, IsClosedByDestruction) {
-  {
-    Object settings = Made();
-    OpenAndRead(settings);
-    EXPECT_EQ(Get(settings), "1000");
-    ASSERT_TRUE(IsHeldOpen(ChartFile()));
-  }
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
+TEST_F(SettingsChart, IsClosedByDestruction) {
+  ForEachClass([&](Settings& settings) {
+    {
+      Settings gone = settings.Another();
+      gone.OpenAndRead();
+      EXPECT_EQ(gone.Get(), "1000");
+      ASSERT_TRUE(IsHeldOpen(ChartFile()));
+    }
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+  });
 }
 
-TEST_P(SettingsChart, StaysInUseOverASecondOpenFile) {
-  EXPECT_EQ(Get(), "1000");
-  OpenAndRead(settings_);
-  {
-    const TakenAway away(ChartFile());
-    EXPECT_EQ(Get(), "1000");
-  }
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
+TEST_F(SettingsChart, StaysInUseOverASecondOpenFile) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    settings.OpenAndRead();
+    {
+      const TakenAway away(ChartFile());
+      EXPECT_EQ(settings.Get(), "1000");
+    }
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+  });
 }
 
-TEST_P(SettingsChart, IsOpenedAndClosedAlsoWhereTheSettingsAreNotOpen) {
-  Object settings = Made();
-  Let(settings, "6000");
-  EXPECT_EQ(Get(settings), "6000");
-  EXPECT_TRUE(IsHeldOpen(ChartFile()));
-  EXPECT_EQ(Do(settings, "CloseFile"), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(ChartFile()));
+TEST_F(SettingsChart, IsOpenedAndClosedAlsoWhereTheSettingsAreNotOpen) {
+  ForEachClass([&](Settings& settings) {
+    Settings closed = settings.Another();
+    closed.Let("6000");
+    EXPECT_EQ(closed.Get(), "6000");
+    EXPECT_TRUE(IsHeldOpen(ChartFile()));
+    EXPECT_EQ(closed.CloseFile(), StatusSuccess);
+    EXPECT_FALSE(IsHeldOpen(ChartFile()));
+  });
 }
 
-TEST_P(SettingsChart, ThatFailsToCloseIsNotTold) {
-  ASSERT_EQ(CloseFile(), StatusSuccess);
-  test::RunInChild([&] {
-    OpenAndRead(settings_);
-    EXPECT_EQ(Get(), "1000");
-    AddAccount(company_.Folder(), {"7000", 19});
-    test::BreakDisk(ChartFile());
-    EXPECT_EQ(CloseFile(), StatusSuccess);
+TEST_F(SettingsChart, ThatFailsToCloseIsNotTold) {
+  std::int32_t account = 7000;
+  ForEachClass([&](Settings& settings) {
+    ASSERT_EQ(settings.CloseFile(), StatusSuccess);
+    ++account;
+    test::RunInChild([&] {
+      settings.OpenAndRead();
+      EXPECT_EQ(settings.Get(), "1000");
+      AddAccount(company_.Folder(), {std::to_string(account), account});
+      test::BreakDisk(ChartFile());
+      EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    });
   });
 }
 
 // The payroll setup answers with its last close, whichever that was; others with that of the row.
-TEST_P(SettingsChart, ThatFailsToCloseAloneIsToldByThePayrollSetupOnly) {
-  Object settings = Made();
-  Let(settings, "6000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  const bool isPayroll = GetParam().className == "DefaultEmployeeData";
-  EXPECT_EQ(Do(settings, "CloseFile"), isPayroll ? StatusFileNotOpen : StatusSuccess);
-  EXPECT_EQ(Do(settings, "CloseFile"), StatusSuccess);
+TEST_F(SettingsChart, ThatIsTheOnlyFileToCloseIsToldByThePayrollSetupAlone) {
+  ForEachClass([](Settings& settings) {
+    Settings closed = settings.Another();
+    closed.Let("6000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    const bool isPayroll = closed.IsOf("DefaultEmployeeData");
+    EXPECT_EQ(closed.CloseFile(), isPayroll ? StatusFileNotOpen : StatusSuccess);
+    EXPECT_EQ(closed.CloseFile(), StatusSuccess);
+  });
 }
 
-TEST_P(SettingsChart, IsGivenUpWhereTheEngineClosedAllFiles) {
-  EXPECT_EQ(Get(), "1000");
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  EXPECT_EQ(CloseFile(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-  OpenAndRead(settings_);
-  const TakenAway away(ChartFile());
-  EXPECT_EQ(RaisedNumber([&] { return Get(); }), ErrorOpen)
-      << "it is opened as if for the first time";
+TEST_F(SettingsChart, IsGivenUpWhereTheEngineClosedAllFiles) {
+  ForEachClass([&](Settings& settings) {
+    EXPECT_EQ(settings.Get(), "1000");
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    EXPECT_EQ(settings.CloseFile(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    settings.OpenAndRead();
+    const TakenAway away(ChartFile());
+    EXPECT_EQ(RaisedNumber([&] { return settings.Get(); }), ErrorOpen)
+        << "it is opened as if for the first time";
+  });
 }
-
-INSTANTIATE_TEST_SUITE_P(Settings, SettingsChart, testing::ValuesIn(OneOfEachClass()), NameOf);
 
 }  // namespace
 }  // namespace larkmoor

@@ -2,12 +2,9 @@
 // and is opened, read, rewritten as a whole and closed. The accounts that some of them show are
 // told of in settings_accounts_test.cpp, and DefaultEmployeeData, which has two rows, in a file of
 // its own.
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <ostream>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +25,7 @@
 #include "support/child_process.h"
 #include "support/company.h"
 #include "support/failing_disk.h"
+#include "support/protection.h"
 #include "support/record_files.h"
 #include "support/settings_row.h"
 #include "support/taken_away.h"
@@ -39,6 +37,7 @@ using automation::Object;
 using test::Company;
 using test::IsHeldOpen;
 using test::OpenRecordFile;
+using test::Protection;
 using test::SettingsRow;
 using test::TakenAway;
 
@@ -52,8 +51,6 @@ struct SettingsClass {
   Variant otherValue;  ///< another one
   std::optional<std::int16_t> index = {};
 };
-
-void PrintTo(const SettingsClass& type, std::ostream* out) { *out << type.name; }
 
 const SettingsClass Classes[] = {
     {"GeneralData", GeneralDataRecord::Describe, "CalendarYear", &GeneralDataRecord::CalendarYear,
@@ -78,254 +75,302 @@ const SettingsClass Classes[] = {
      &DefaultJobDataRecord::LaborBurdenPercent, 17.5, 18.5},
 };
 
-std::string NameOf(const testing::TestParamInfo<SettingsClass>& tested) {
-  return tested.param.name;
-}
+/// An object of a class, and its row on file.
+class Settings {
+ public:
+  Settings(const SettingsClass& type, const std::filesystem::path& folder)
+      : type_(type), row_(folder, type.record()), object_(type.name) {}
 
-/// An object that is not open, and its row on file with a value in it.
-class SettingsFrame : public testing::TestWithParam<SettingsClass> {
- protected:
-  SettingsFrame() { Store(GetParam().value); }
-
-  std::filesystem::path File(std::string_view name) const { return company_.Folder() / name; }
-  std::filesystem::path GeneralFile() const { return File(TovrinFileNames::GeneralFile()); }
-
-  // The property under test.
-  static std::vector<Variant> Index() {
-    if (!GetParam().index) return {};
-    return {*GetParam().index};
-  }
-  static Variant Get(Object& object) { return object.Get(GetParam().property, Index()); }
-  static void Let(Object& object, const Variant& value) {
-    object.Let(GetParam().property, value, Index());
-  }
-
-  // What it shows, on file.
-  void Store(const Variant& value) {
-    row_.Set(*GetParam().field, value, GetParam().index.value_or(0));
-  }
-  Variant Stored() { return row_.Value(*GetParam().field, GetParam().index.value_or(0)); }
-
-  /// The bytes of all rows but the one under test.
-  std::vector<RecordBytes> OtherRows() {
-    std::vector<RecordBytes> rows;
-    OpenRecordFile file(GeneralFile(), GeneralRowRecord::Describe());
-    for (Status status = file.File().btStepFirst(); status == StatusSuccess;
-         status = file.File().btStepNext()) {
-      const bool isUnderTest =
-          file.Record().GetInteger(GeneralRowRecord::RowType) == GetParam().record().rowMark->value;
-      if (!isUnderTest) rows.push_back(file.Record().Bytes());
-    }
-    return rows;
-  }
-
-  static Object Made() { return Object(GetParam().name); }
-  static Status Do(Object& object, std::string_view operation) {
-    return object.Call(operation).ToInteger();
-  }
-  Status OpenFile() { return Do(settings_, "OpenFile"); }
-  Status Read() { return Do(settings_, "Read"); }
-  Status Update() { return Do(settings_, "Update"); }
-  Status CloseFile() { return Do(settings_, "CloseFile"); }
-  Variant Get() { return Get(settings_); }
-  void Let(const Variant& value) { Let(settings_, value); }
-
+  Status OpenFile() { return Do("OpenFile"); }
+  Status Read() { return Do("Read"); }
+  Status Update() { return Do("Update"); }
+  Status CloseFile() { return Do("CloseFile"); }
   void OpenAndRead() {
     ASSERT_EQ(OpenFile(), StatusSuccess);
     ASSERT_EQ(Read(), StatusSuccess);
   }
 
+  // The property, in the object and on file.
+  Variant Get() { return object_.Get(type_.property, Indexes()); }
+  void Let(const Variant& value) { object_.Let(type_.property, value, Indexes()); }
+  Variant Stored() { return row_.Value(*type_.field, type_.index.value_or(0)); }
+  void Store(const Variant& value) { row_.Set(*type_.field, value, type_.index.value_or(0)); }
+
+  const SettingsRow& Row() { return row_; }
+  std::int16_t RowType() { return type_.record().rowMark->value; }
+  /// Another object of the class.
+  Settings Another(const std::filesystem::path& folder) { return Settings(type_, folder); }
+
+ private:
+  Status Do(std::string_view operation) { return object_.Call(operation).ToInteger(); }
+  std::vector<Variant> Indexes() {
+    if (!type_.index) return {};
+    return {*type_.index};
+  }
+
+  const SettingsClass& type_;
+  SettingsRow row_;
+  Object object_;
+};
+
+class SettingsFrame : public testing::Test {
+ protected:
+  std::filesystem::path File(std::string_view name) const { return company_.Folder() / name; }
+  std::filesystem::path GeneralFile() const { return File(TovrinFileNames::GeneralFile()); }
+
+  /// Runs `body(settings, value, otherValue)` for each class, with an object that is not open and a
+  /// row in which its property has the value.
+  template <typename Body>
+  void ForEachClass(Body&& body) {
+    for (const SettingsClass& type : Classes) {
+      SCOPED_TRACE(type.name);
+      Settings settings(type, company_.Folder());
+      settings.Store(type.value);
+      body(settings, type.value, type.otherValue);
+    }
+  }
+
+  /// The bytes of all rows but that of the settings.
+  std::vector<RecordBytes> RowsBut(Settings& settings) {
+    std::vector<RecordBytes> rows;
+    OpenRecordFile file(GeneralFile(), GeneralRowRecord::Describe());
+    for (Status status = file.File().btStepFirst(); status == StatusSuccess;
+         status = file.File().btStepNext()) {
+      const std::int16_t rowType = file.Record().GetInteger(GeneralRowRecord::RowType);
+      if (rowType != settings.RowType()) rows.push_back(file.Record().Bytes());
+    }
+    return rows;
+  }
+
   const Variant blank_ = {};  ///< equal to 0 and to the empty text
   Company company_;
-  SettingsRow row_{company_.Folder(), GetParam().record()};
-  Object settings_ = Made();
 };
 
 // --- Opening ---
 
-TEST_P(SettingsFrame, OpensTheGeneralFileAndNoOther) {
+TEST_F(SettingsFrame, OpensTheGeneralFileAndNoOther) {
   const TakenAway noChart(File(TovrinFileNames::ChartFile()));
-  ASSERT_EQ(OpenFile(), StatusSuccess);
-  EXPECT_TRUE(IsHeldOpen(File("General.dat")));
-  EXPECT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-}
-
-TEST_P(SettingsFrame, OperationsBeforeOpenFileAnswer3) {
-  EXPECT_EQ(Read(), StatusFileNotOpen);
-  EXPECT_EQ(Update(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-}
-
-TEST_P(SettingsFrame, OpenFileShowsABlankRow) {
-  ASSERT_EQ(OpenFile(), StatusSuccess);
-  EXPECT_EQ(Get(), blank_);
-}
-
-TEST_P(SettingsFrame, OpenFileAnswers12WithoutTheFileAndCanBeTriedAgain) {
-  {
-    const TakenAway away(GeneralFile());
-    EXPECT_EQ(OpenFile(), StatusFileNotFound);
-    EXPECT_EQ(Read(), StatusFileNotOpen);
-    EXPECT_EQ(CloseFile(), StatusSuccess);
-  }
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  EXPECT_EQ(Get(), GetParam().value);
-}
-
-TEST_P(SettingsFrame, OpenFileTellsWhatProtectsTheFile) {
-  test::ProtectFile(GeneralFile(), /*allowRead=*/false);
-  EXPECT_EQ(OpenFile(), StatusInvalidOwner);
-}
-
-TEST_P(SettingsFrame, OpenFileNeedsAFileThatCanBeWritten) {
-  test::WhereReadOnly(GeneralFile(), [] {
-    Object settings = Made();
-    EXPECT_EQ(Do(settings, "OpenFile"), StatusPermission);
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_EQ(settings.OpenFile(), StatusSuccess);
+    EXPECT_TRUE(IsHeldOpen(File("General.dat")));
+    EXPECT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
   });
 }
 
-TEST_P(SettingsFrame, SecondOpenFileStartsAnew) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  EXPECT_EQ(OpenFile(), StatusSuccess);
-  EXPECT_EQ(Get(), blank_);
-  EXPECT_EQ(Update(), StatusInvalidPositioning);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+TEST_F(SettingsFrame, OperationsBeforeOpenFileAnswer3) {
+  ForEachClass([](Settings& settings, const Variant&, const Variant&) {
+    EXPECT_EQ(settings.Read(), StatusFileNotOpen);
+    EXPECT_EQ(settings.Update(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+  });
+}
+
+TEST_F(SettingsFrame, OpenFileShowsABlankRow) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_EQ(settings.OpenFile(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), blank_);
+  });
+}
+
+TEST_F(SettingsFrame, OpenFileAnswers12WithoutTheFileAndCanBeTriedAgain) {
+  ForEachClass([&](Settings& settings, const Variant& value, const Variant&) {
+    {
+      const TakenAway away(GeneralFile());
+      EXPECT_EQ(settings.OpenFile(), StatusFileNotFound);
+      EXPECT_EQ(settings.Read(), StatusFileNotOpen);
+      EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    }
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    EXPECT_EQ(settings.Get(), value);
+  });
+}
+
+TEST_F(SettingsFrame, OpenFileTellsWhatProtectsTheFile) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    const Protection protection(GeneralFile(), /*allowRead=*/false);
+    EXPECT_EQ(settings.OpenFile(), StatusInvalidOwner);
+  });
+}
+
+TEST_F(SettingsFrame, OpenFileNeedsAFileThatCanBeWritten) {
+  test::WhereReadOnly(GeneralFile(), [&] {
+    for (const SettingsClass& type : Classes) {
+      SCOPED_TRACE(type.name);
+      EXPECT_EQ(Settings(type, company_.Folder()).OpenFile(), StatusPermission);
+    }
+  });
+}
+
+TEST_F(SettingsFrame, SecondOpenFileStartsAnew) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    EXPECT_EQ(settings.OpenFile(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), blank_);
+    EXPECT_EQ(settings.Update(), StatusInvalidPositioning);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+  });
 }
 
 // It still counts as open, so the next CloseFile meets a file that is not.
-TEST_P(SettingsFrame, FailedSecondOpenFileReleasesTheFileAndKeepsTheMark) {
-  ASSERT_EQ(OpenFile(), StatusSuccess);
-  {
-    const TakenAway away(GeneralFile());
-    EXPECT_EQ(OpenFile(), StatusFileNotFound);
-  }
-  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
-  EXPECT_EQ(Read(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
+TEST_F(SettingsFrame, FailedSecondOpenFileReleasesTheFileAndKeepsTheMark) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_EQ(settings.OpenFile(), StatusSuccess);
+    {
+      const TakenAway away(GeneralFile());
+      EXPECT_EQ(settings.OpenFile(), StatusFileNotFound);
+    }
+    EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+    EXPECT_EQ(settings.Read(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+  });
 }
 
 // --- Reading ---
 
-TEST_P(SettingsFrame, ReadShowsTheRowOfTheClass) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  EXPECT_EQ(Get(), GetParam().value);
+TEST_F(SettingsFrame, ReadShowsTheRowOfTheClass) {
+  ForEachClass([](Settings& settings, const Variant& value, const Variant&) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    EXPECT_EQ(settings.Get(), value);
+  });
 }
 
-TEST_P(SettingsFrame, ReadAgainShowsWhatIsOnFileAndDropsWhatWasAssigned) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  Let(GetParam().otherValue);
-  EXPECT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Get(), GetParam().value);
-  Store(GetParam().otherValue);
-  EXPECT_EQ(Get(), GetParam().value);
-  EXPECT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Get(), GetParam().otherValue);
+TEST_F(SettingsFrame, ReadAgainShowsWhatIsOnFileAndDropsWhatWasAssigned) {
+  ForEachClass([](Settings& settings, const Variant& value, const Variant& otherValue) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    settings.Let(otherValue);
+    EXPECT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), value);
+    settings.Store(otherValue);
+    EXPECT_EQ(settings.Get(), value);
+    EXPECT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Get(), otherValue);
+  });
 }
 
-TEST_P(SettingsFrame, ReadAnswers4WithoutTheRowAndKeepsWhatIsInHand) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  row_.Delete();
-  EXPECT_EQ(Read(), StatusKeyNotFound);
-  EXPECT_EQ(Get(), GetParam().value);
+TEST_F(SettingsFrame, ReadAnswers4WithoutTheRowAndKeepsWhatIsInHand) {
+  ForEachClass([](Settings& settings, const Variant& value, const Variant&) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    settings.Row().Delete();
+    EXPECT_EQ(settings.Read(), StatusKeyNotFound);
+    EXPECT_EQ(settings.Get(), value);
+    settings.Row().Insert();
+    EXPECT_EQ(settings.Read(), StatusSuccess);
+  });
 }
 
 // --- Writing ---
 
-TEST_P(SettingsFrame, UpdateRewritesTheRowAndNoOther) {
-  const std::vector<RecordBytes> otherRows = OtherRows();
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  Let(GetParam().otherValue);
-  EXPECT_EQ(Stored(), GetParam().value);
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), GetParam().otherValue);
-  EXPECT_TRUE(OtherRows() == otherRows);
+TEST_F(SettingsFrame, UpdateRewritesTheRowAndNoOther) {
+  ForEachClass([&](Settings& settings, const Variant& value, const Variant& otherValue) {
+    const std::vector<RecordBytes> otherRows = RowsBut(settings);
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    settings.Let(otherValue);
+    EXPECT_EQ(settings.Stored(), value);
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), otherValue);
+    EXPECT_TRUE(RowsBut(settings) == otherRows);
+  });
 }
 
-TEST_P(SettingsFrame, UpdateMayBeRepeatedWithoutAnotherRead) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  Let(GetParam().otherValue);
-  ASSERT_EQ(Update(), StatusSuccess);
-  Let(GetParam().value);
-  ASSERT_EQ(Update(), StatusSuccess);
-  EXPECT_EQ(Stored(), GetParam().value);
+TEST_F(SettingsFrame, UpdateMayBeRepeatedWithoutAnotherRead) {
+  ForEachClass([](Settings& settings, const Variant& value, const Variant& otherValue) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    settings.Let(otherValue);
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    settings.Let(value);
+    ASSERT_EQ(settings.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Stored(), value);
+  });
 }
 
-TEST_P(SettingsFrame, UpdateWithoutReadAnswers8) {
-  ASSERT_EQ(OpenFile(), StatusSuccess);
-  Let(GetParam().otherValue);
-  EXPECT_EQ(Update(), StatusInvalidPositioning);
-  EXPECT_EQ(Stored(), GetParam().value);
+TEST_F(SettingsFrame, UpdateWithoutReadAnswers8) {
+  ForEachClass([](Settings& settings, const Variant& value, const Variant& otherValue) {
+    ASSERT_EQ(settings.OpenFile(), StatusSuccess);
+    settings.Let(otherValue);
+    EXPECT_EQ(settings.Update(), StatusInvalidPositioning);
+    EXPECT_EQ(settings.Stored(), value);
+  });
 }
 
-TEST_P(SettingsFrame, UpdateAnswers80WhereAnotherChangedTheRowSince) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  Object another = Made();
-  ASSERT_EQ(Do(another, "OpenFile"), StatusSuccess);
-  ASSERT_EQ(Do(another, "Read"), StatusSuccess);
-  Let(another, GetParam().otherValue);
-  EXPECT_EQ(Get(), GetParam().value) << "each has a row of its own in hand";
-  ASSERT_EQ(Do(another, "Update"), StatusSuccess);
-  EXPECT_EQ(Update(), StatusRecordConflict);
-  EXPECT_EQ(Stored(), GetParam().otherValue);
-  ASSERT_EQ(Read(), StatusSuccess);
-  EXPECT_EQ(Update(), StatusSuccess);
+TEST_F(SettingsFrame, UpdateAnswers80WhereAnotherChangedTheRowSince) {
+  ForEachClass([&](Settings& settings, const Variant& value, const Variant& otherValue) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    Settings another = settings.Another(company_.Folder());
+    ASSERT_NO_FATAL_FAILURE(another.OpenAndRead());
+    another.Let(otherValue);
+    EXPECT_EQ(settings.Get(), value) << "each has a row of its own in hand";
+    ASSERT_EQ(another.Update(), StatusSuccess);
+    EXPECT_EQ(settings.Update(), StatusRecordConflict);
+    EXPECT_EQ(settings.Stored(), otherValue);
+    ASSERT_EQ(settings.Read(), StatusSuccess);
+    EXPECT_EQ(settings.Update(), StatusSuccess);
+  });
 }
 
-TEST_P(SettingsFrame, UpdateAnswers46WhereOthersMayOnlyRead) {
-  test::ProtectFile(GeneralFile(), /*allowRead=*/true);
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  EXPECT_EQ(Get(), GetParam().value);
-  EXPECT_EQ(Update(), StatusAccessDenied);
+TEST_F(SettingsFrame, UpdateAnswers46WhereOthersMayOnlyRead) {
+  ForEachClass([&](Settings& settings, const Variant& value, const Variant& otherValue) {
+    const Protection protection(GeneralFile(), /*allowRead=*/true);
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    EXPECT_EQ(settings.Get(), value);
+    settings.Let(otherValue);
+    EXPECT_EQ(settings.Update(), StatusAccessDenied);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+  });
 }
 
 // --- Closing ---
 
-TEST_P(SettingsFrame, CloseFileClosesAndAnswers0EachTime) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
-  EXPECT_EQ(Get(), blank_);
-  EXPECT_EQ(Read(), StatusFileNotOpen);
-  EXPECT_EQ(Update(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-}
-
-TEST_P(SettingsFrame, CloseFileAnswersWhatTheEngineAnswersAndClosesAllTheSame) {
-  ASSERT_EQ(OpenFile(), StatusSuccess);
-  ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
-  EXPECT_EQ(CloseFile(), StatusFileNotOpen);
-  EXPECT_EQ(CloseFile(), StatusSuccess);
-}
-
-TEST_P(SettingsFrame, CloseFileThatFailsTellsItsStatusAndClosesAllTheSame) {
-  test::RunInChild([&] {
-    ASSERT_NO_FATAL_FAILURE(OpenAndRead());
-    Let(GetParam().otherValue);
-    ASSERT_EQ(Update(), StatusSuccess);
-    test::BreakDisk(GeneralFile());
-    EXPECT_EQ(CloseFile(), StatusIOError);
-    EXPECT_EQ(Read(), StatusFileNotOpen);
-    EXPECT_EQ(CloseFile(), StatusSuccess);
+TEST_F(SettingsFrame, CloseFileClosesAndAnswers0EachTime) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+    EXPECT_EQ(settings.Get(), blank_);
+    EXPECT_EQ(settings.Read(), StatusFileNotOpen);
+    EXPECT_EQ(settings.Update(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
   });
 }
 
-TEST_P(SettingsFrame, DestructionClosesTheFileAndWritesNothing) {
-  {
-    Object settings = Made();
-    ASSERT_EQ(Do(settings, "OpenFile"), StatusSuccess);
-    ASSERT_EQ(Do(settings, "Read"), StatusSuccess);
-    Let(settings, GetParam().otherValue);
-    ASSERT_TRUE(IsHeldOpen(GeneralFile()));
-  }
-  EXPECT_FALSE(IsHeldOpen(GeneralFile()));
-  EXPECT_EQ(Stored(), GetParam().value);
+TEST_F(SettingsFrame, CloseFileAnswersWhatTheEngineAnswersAndClosesAllTheSame) {
+  ForEachClass([](Settings& settings, const Variant&, const Variant&) {
+    ASSERT_EQ(settings.OpenFile(), StatusSuccess);
+    ASSERT_EQ(TovrinFile().btReset(), StatusSuccess);
+    EXPECT_EQ(settings.CloseFile(), StatusFileNotOpen);
+    EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+  });
 }
 
-INSTANTIATE_TEST_SUITE_P(Settings, SettingsFrame, testing::ValuesIn(Classes), NameOf);
+TEST_F(SettingsFrame, CloseFileThatFailsTellsItsStatusAndClosesAllTheSame) {
+  ForEachClass([&](Settings& settings, const Variant&, const Variant& otherValue) {
+    test::RunInChild([&] {
+      ASSERT_NO_FATAL_FAILURE(settings.OpenAndRead());
+      settings.Let(otherValue);
+      ASSERT_EQ(settings.Update(), StatusSuccess);
+      test::BreakDisk(GeneralFile());
+      EXPECT_EQ(settings.CloseFile(), StatusIOError);
+      EXPECT_EQ(settings.Read(), StatusFileNotOpen);
+      EXPECT_EQ(settings.CloseFile(), StatusSuccess);
+    });
+  });
+}
+
+TEST_F(SettingsFrame, DestructionClosesTheFileAndWritesNothing) {
+  ForEachClass([&](Settings& settings, const Variant& value, const Variant& otherValue) {
+    {
+      Settings gone = settings.Another(company_.Folder());
+      ASSERT_NO_FATAL_FAILURE(gone.OpenAndRead());
+      gone.Let(otherValue);
+      ASSERT_TRUE(IsHeldOpen(GeneralFile()));
+    }
+    EXPECT_FALSE(IsHeldOpen(GeneralFile()));
+    EXPECT_EQ(settings.Stored(), value);
+  });
+}
 
 }  // namespace
 }  // namespace larkmoor

@@ -49,6 +49,17 @@ class JournalFixture : public testing::Test {
     ASSERT_EQ(journal_.GetEqual(nRecord), StatusSuccess);
   }
 
+  /// Lays a transaction of two rows, which `fill` fills by their number, and loads it. Behind it
+  /// lies the row of another transaction, number 3.
+  void LoadTwoRows(std::int16_t code,
+                   const std::function<void(Tovrin2Record&, std::int16_t number)>& fill) {
+    files_.AddHeader({.nRecord = 1, .journal = code});
+    for (std::int16_t number = 1; number <= 3; ++number) {
+      files_.AddRow(number < 3 ? 1 : 2, [&](Tovrin2Record& row) { fill(row, number); });
+    }
+    Load(1);
+  }
+
   /// The references of the transactions that a walk gives, from the answer of its first read to
   /// the end.
   References Walk(Status first, const std::function<Status()>& next) {
@@ -94,6 +105,9 @@ class JournalFixture : public testing::Test {
   }
 
   [[nodiscard]] std::filesystem::path Accounts() const { return company_.Folder() / "Chart.dat"; }
+  [[nodiscard]] std::filesystem::path Employees() const {
+    return company_.Folder() / "Employee.dat";
+  }
   [[nodiscard]] std::filesystem::path General() const {
     return company_.Folder() / TovrinFileNames::GeneralFile();
   }
@@ -102,8 +116,6 @@ class JournalFixture : public testing::Test {
   JournalFiles files_{company_.Folder()};
   CapturedMessages messages_;
   Journal journal_;
-
- private:
   std::int32_t lastNRecord_ = 0;
 };
 

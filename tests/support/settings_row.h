@@ -10,14 +10,14 @@
 #include <larkmoor/variant.h>
 
 #include "engine/record_description.h"
+#include "engine/records/general_row.h"
 #include "engine/tovrin_file_names.h"
 #include "support/field_values.h"
 #include "support/record_files.h"
 
 namespace larkmoor::test {
 
-/// The row of the general file that a record stands for. Every company has it, so it is changed and
-/// never inserted.
+/// The row of the general file that a record stands for. Every company has it.
 class SettingsRow {
  public:
   SettingsRow(const std::filesystem::path& folder, const RecordDescription& record)
@@ -36,6 +36,12 @@ class SettingsRow {
   }
   void Delete() const {
     InHand([](OpenRecordFile& row) { EXPECT_EQ(row.File().btDelete(), StatusSuccess); });
+  }
+  /// Puts the row back after `Delete`, blank.
+  void Insert() const {
+    OpenRecordFile(path_, *record_).Add([&](Tovrin2Record& record) {
+      record.SetInteger(GeneralRowRecord::RowType, record_->rowMark->value);
+    });
   }
 
   [[nodiscard]] Variant Value(const Field& field, int index = 0, int index2 = 0) const {
@@ -56,7 +62,7 @@ class SettingsRow {
     OpenRecordFile file(path_, *record_);
     ASSERT_EQ(file.ReadRow(record_->rowMark->value), StatusSuccess)
         << path_ << " has no row of " << record_->name;
-    work(file);
+    std::forward<Work>(work)(file);
   }
 
   std::filesystem::path path_;

@@ -89,7 +89,7 @@ bool ReadRecordValue(std::span<const std::byte> value, Stamp& stamp, std::span<s
     return false;
   }
   std::memcpy(&stamp, value.data(), sizeof stamp);
-  std::memset(record.data(), 0, record.size());
+  std::ranges::fill(record, std::byte{0});
   return EachPiece(pieces, record.size(), [&](std::size_t place, std::span<const std::byte> bytes) {
     std::memcpy(record.data() + place, bytes.data(), bytes.size());
   });
