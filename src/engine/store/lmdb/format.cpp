@@ -133,8 +133,7 @@ EntryKey EntryKey::OfKey(std::int16_t keyNumber, const EncodedKey& encoded, Reco
 
 EntryKey EntryKey::CopyOf(const MDB_val& entry) {
   EntryKey key;
-  key.Append(std::span(static_cast<const std::byte*>(entry.mv_data),
-                       std::min(entry.mv_size, sizeof key.bytes_)));
+  key = entry;
   return key;
 }
 

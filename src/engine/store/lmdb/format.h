@@ -14,6 +14,7 @@
 // insertion, which is the physical order and the order among duplicates of a key.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -49,6 +50,12 @@ class EntryKey {
   EntryKey& operator=(const EntryKey& other) {
     size_ = other.size_;
     std::memmove(bytes_, other.bytes_, size_);
+    return *this;
+  }
+  /// Takes an entry's key as the tree holds it.
+  EntryKey& operator=(const MDB_val& entry) {
+    size_ = std::min(entry.mv_size, sizeof bytes_);
+    std::memcpy(bytes_, entry.mv_data, size_);
     return *this;
   }
   /// "Header" with a one-letter name.

@@ -141,7 +141,9 @@ Status LmdbFile::Get(Seek seek, std::int16_t keyNumber, std::span<const std::byt
   Cursor keys(keys_, reading);
   Cursor records(records_, reading);
   const bool along = seek == Seek::Next || seek == Seek::Previous;
-  if (!along) {
+  // A search at or above most often goes on where the last one ended: the rows of a transaction lie
+  // behind those of the one before.
+  if (!along && seek != Seek::GreaterOrEqual) {
     keys.Forget();
     records.Forget();
   }
@@ -159,7 +161,7 @@ Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records
   const Status status = TakeRecord(records, record);
   if (status != StatusSuccess) return status;
   place_.keyNumber = keyNumber;
-  place_.entry = EntryKey::CopyOf(keys.Entry());
+  place_.entry = keys.Entry();
   keys.Stay(true);
   return status;
 }
