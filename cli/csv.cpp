@@ -21,9 +21,14 @@ void WriteField(std::ostream& out, std::string_view field) {
 
 }  // namespace
 
-CsvReader::CsvReader(std::istream& in) : in_(*in.rdbuf()) {
-  if (in_.sgetc() != std::char_traits<char>::to_int_type(ByteOrderMark[0])) return;
-  for (const char byte : ByteOrderMark) TakeIf(byte);
+CsvReader::CsvReader(std::istream& in) : in_(*in.rdbuf()) { SkipByteOrderMark(); }
+
+/// A character that only begins like the mark stays.
+void CsvReader::SkipByteOrderMark() {
+  std::size_t taken = 0;
+  while (taken < ByteOrderMark.size() && TakeIf(ByteOrderMark[taken])) ++taken;
+  if (taken == ByteOrderMark.size()) return;
+  for (; taken > 0; --taken) in_.sungetc();
 }
 
 /// The next character, line breaks of all kinds as a line feed.

@@ -28,6 +28,7 @@ class CsvReader {
   std::optional<CsvRecord> Next();
 
  private:
+  void SkipByteOrderMark();
   int Take();
   bool TakeIf(char wanted);
   void SkipEmptyLines();

@@ -1,14 +1,17 @@
-# Set-up shared by ./demo and ./test: the Debian packages they need, and the Python that runs the
+# Set-up shared by ./demo, ./test and ./bench/run: the Debian packages they need, and the Python that runs the
 # generator. Sourced by bash, in the root of the checkout.
 
 # What a build of the library, the command line and the examples needs.
 build_packages=(g++ cmake ninja-build python3 liblmdb-dev libcrypt-dev libcli11-dev
-                nlohmann-json3-dev)
+                libxxhash-dev nlohmann-json3-dev)
 # What testing needs on top: the second compiler with its sanitizers (llvm puts names and lines
 # into their reports), the format check, the test and benchmark frameworks, other programs' opinion
 # on sums, and the library of one of them to measure beside ours.
 test_packages=(clang libclang-rt-14-dev llvm clang-format clang-tidy libgtest-dev libbenchmark-dev
                sqlite3 libsqlite3-dev ledger)
+# What measuring needs: the frameworks of the benchmarks and of the program that loads a company, the
+# peer to be measured beside, its command, and plots.
+bench_packages=(libbenchmark-dev libgtest-dev libsqlite3-dev sqlite3 python3-matplotlib)
 
 # Ends the script with a message on standard error.
 fail() {

@@ -24,10 +24,16 @@ struct CompanyOptions {
 /// file with the keys of that release, the company record, and the settings with a fiscal calendar,
 /// terms, aging classes, ship methods, price levels and the next numbers of papers to start with.
 ///
-/// Raises an `Error` where the folder holds a company already, where the release is out of range or
-/// the first day no date, or where a file cannot be made (its `BtrieveStatus()` tells why). Nothing
-/// that was in the folder is overwritten, and what was made of a company that failed is taken away
-/// again.
+/// A folder that is made has the permissions that the process's umask leaves. Whoever may read and
+/// write the folder may read and write the files, whatever the umask. `folder` may be a link to a
+/// folder, and the company is then made there; a link that leads nowhere is refused. Inside of it
+/// no link is followed.
+///
+/// Raises an `Error` where the folder holds a company already, or something that bears the name of
+/// one of its files; where the release is out of range or the first day no date; or where a file
+/// cannot be made (its `BtrieveStatus()` tells why). Nothing that was in the folder is overwritten,
+/// but for lock files that a former company has left, and what was made of a company that failed is
+/// taken away again. Of several who make a company in one folder at the same time one succeeds.
 void CreateCompany(const std::filesystem::path& folder, const CompanyOptions& options = {});
 
 }  // namespace larkmoor

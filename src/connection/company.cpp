@@ -1,8 +1,16 @@
 #include "engine/records/company.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <cstring>
+#include <iterator>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -70,10 +78,9 @@ void MakeFolder(const fs::path& folder, Made& made) {
   const fs::path above =
       folder.has_filename() ? folder.parent_path() : folder.parent_path().parent_path();
   if (above != folder) MakeFolder(above, made);
-  if (folder.has_filename() && !fs::create_directory(folder, failed)) {
-    Fail(folder, failed ? failed.message() : "there is a file of that name", StatusInvalidFileName);
-  }
-  if (folder.has_filename()) made.Note(folder);
+  if (!folder.has_filename()) return;
+  if (fs::create_directory(folder, failed)) return made.Note(folder);
+  if (failed) Fail(folder, failed.message(), StatusInvalidFileName);  // else someone was quicker
 }
 
 /// The folder's file of that name in any case.
@@ -100,12 +107,33 @@ std::string VersionText(double release) {
   return text;
 }
 
-void MakeVersionFile(const fs::path& path, double release, Made& made) {
+/// A descriptor that is closed at the end.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() { close(number_); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  [[nodiscard]] int Number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+/// Makes the file that tells a company: as the last one, so that nobody connects to a half. What
+/// bears its name by then, a link among it, is in the way.
+void MakeVersionFile(const fs::path& folder, double release, Made& made) {
+  const fs::path path = folder / "VERSION.TXT";
+  const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  if (file.Number() < 0) {
+    Fail(path, std::strerror(errno), errno == EEXIST ? StatusFileExists : StatusPermission);
+  }
   made.Note(path);
-  std::ofstream file(path, std::ios::binary);
-  file << VersionText(release) << "\r\n";
-  file.close();
-  if (!file) Fail(path, "cannot be written", StatusPermission);
+  const std::string text = VersionText(release) + "\r\n";
+  const bool done = write(file.Number(), text.data(), text.size()) == std::ssize(text) &&
+                    fchmod(file.Number(), PermissionsIn(folder)) == 0 && fsync(file.Number()) == 0;
+  if (!done) Fail(path, std::strerror(errno), errno == ENOSPC ? StatusDiskFull : StatusIOError);
 }
 
 void MakeRecordFiles(const fs::path& folder, double release, Made& made) {
@@ -174,7 +202,8 @@ void CreateCompany(const fs::path& folder, const CompanyOptions& options) {
   InsertSettings(folder, options);
   InsertPayrollFields(folder, options.Release);
   Check(batch->Commit(), folder);
-  MakeVersionFile(folder / "VERSION.TXT", options.Release, made);
+  MakeVersionFile(folder, options.Release, made);
+  SyncNames(folder);
   made.Finish();
 }
 

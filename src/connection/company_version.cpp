@@ -7,6 +7,7 @@
 #include <istream>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "connection/shared_state.h"
 #include "engine/path.h"
@@ -15,8 +16,7 @@
 namespace larkmoor {
 namespace {
 
-/// The text up to the first comma or line end. What cannot be read ends it too, such as a folder
-/// that bears the file's name: `get` turns the failure into the end of the stream.
+/// The text up to the first comma or line end. What cannot be read ends it too.
 std::string FirstField(std::istream& file) {
   std::string field;
   for (char c; file.get(c) && c != ',' && c != '\r' && c != '\n';) field += c;
@@ -57,8 +57,10 @@ double VersionIn(std::string_view field) {
 
 double ReadCompanyVersion() {
   const std::filesystem::path path = ResolvePath(Shared().gCompanyPath + "VERSION.TXT");
+  // Of anything else that bears the name an open might wait for ever, as of a pipe.
+  std::error_code failed;
+  if (!std::filesystem::is_regular_file(path, failed)) return 0;
   std::ifstream file(path, std::ios::binary);
-  if (!file) return 0;
   return ReleaseOf(VersionIn(FirstField(file)));
 }
 

@@ -1,5 +1,9 @@
 #include "engine/path.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <string>
 
@@ -45,6 +49,18 @@ fs::path ResolvePath(std::string_view path) {
   const fs::path folder = exact.has_parent_path() ? exact.parent_path() : fs::path(".");
   const fs::path match = MatchInFolder(folder, exact.filename().native());
   return match.empty() ? exact : match;
+}
+
+mode_t PermissionsIn(const fs::path& folder) {
+  struct stat status {};
+  return stat(folder.c_str(), &status) == 0 ? status.st_mode & 0666U : 0600U;
+}
+
+void SyncNames(const fs::path& folder) {
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
 }
 
 }  // namespace larkmoor

@@ -94,6 +94,12 @@ Status TovrinFile::btGetByPercentage(std::int16_t keyNumber, double percent) {
 
 std::int32_t TovrinFile::btRecordCount() { return file_ ? file_->RecordCount() : 0; }
 
+std::unique_ptr<store::SteadyReads> TovrinFile::BeginSteadyReads() {
+  return file_ ? file_->BeginSteadyReads() : nullptr;
+}
+
+Status TovrinFile::Claim() { return file_ ? file_->Claim() : StatusFileNotOpen; }
+
 Status TovrinFile::btReset() {
   Status result = StatusSuccess;
   for (TovrinFile* each = firstOfThread; each != nullptr; each = each->next_) {

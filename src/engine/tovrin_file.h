@@ -70,6 +70,11 @@ class TovrinFile {
   Status btGetByPercentage(std::int16_t keyNumber, double percent);
   /// The number of records; 0 of a file that is not open.
   std::int32_t btRecordCount();
+  /// As long as the answer lives, this thread's reads of the file see one state of it and what the
+  /// thread itself writes. Null of a file that is not open.
+  [[nodiscard]] std::unique_ptr<store::SteadyReads> BeginSteadyReads();
+  /// Within a batch: keeps other writers away from here to the end of the batch.
+  Status Claim();
   /// Closes all files of this thread's objects, which then answer 3; their record buffers keep what
   /// they hold. Needs no open file.
   Status btReset();

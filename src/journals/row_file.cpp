@@ -14,6 +14,8 @@ bool RowFile::BelongsTo(std::int32_t nRecord) {
 }
 
 void RowFile::DeleteRows(std::int32_t nRecord) {
+  // Who may not write to the file is told so by each delete.
+  File().Claim();
   Status status = FindFirst(nRecord, ByTransaction);
   while (status == StatusSuccess && BelongsTo(nRecord) && File().btDelete() == StatusSuccess) {
     status = File().btGetNext(keyNumber_);

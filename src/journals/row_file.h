@@ -23,10 +23,11 @@ class RowFile : public RecordFile {
 
   explicit RowFile(std::string_view fileName) : RecordFile(JrnlRowRecord::Describe(), fileName) {}
 
-  /// Reads all rows of a transaction along one of these keys and hands over after each. Returns the
-  /// status of the last read.
+  /// Reads all rows of a transaction along one of these keys and hands over after each: the rows of
+  /// one moment, whoever replaces them meanwhile. Returns the status of the last read.
   template <typename Take>
   Status ReadRows(std::int32_t nRecord, std::int16_t keyNumber, Take take) {
+    const auto steady = File().BeginSteadyReads();
     Status status = FindFirst(nRecord, keyNumber);
     while (status == StatusSuccess && BelongsTo(nRecord)) {
       take();
@@ -35,7 +36,7 @@ class RowFile : public RecordFile {
     return status;
   }
   /// Deletes all rows of a transaction, up to the first that cannot be deleted. Leaves the key
-  /// number at 0.
+  /// number at 0. Within a batch, no others' rows come in between.
   void DeleteRows(std::int32_t nRecord);
   /// Inserts the row that the record holds, stamped, on the key number of the last walk.
   Status InsertStamped(const RowStamp& stamp);

@@ -52,6 +52,13 @@ TEST_F(ImportCommand, ReadsQuotedFieldsLineEndsOfAllKindsAndAByteOrderMark) {
   EXPECT_EQ(Addresses(), "Name,City\n\"Berg, \"\"B\"\"\",\"Os\r\nlo\"\nDahl,\nLund,Moss\n");
 }
 
+TEST_F(ImportCommand, TakesACharacterThatBeginsLikeAByteOrderMarkForText) {
+  const ProgramResult result =
+      Import("\uFF2E\uFF21,City\nBerg,Oslo\n", {"--map", "\uFF2E\uFF21=Name"});
+  EXPECT_EQ(result.exitCode, 0) << result.err;
+  EXPECT_EQ(Addresses(), "Name,City\nBerg,Oslo\n");
+}
+
 TEST_F(ImportCommand, MapsColumnsAndPassesOverTheOthers) {
   const ProgramResult result =
       Import("who,Remark,City,a=b\nBerg,none,Oslo,NO\n", {"--map", "who=Name", "a=b=Country"});

@@ -1,6 +1,8 @@
 // The release that a company's version file tells.
 #include "connection/company_version.h"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -130,6 +132,13 @@ TEST(CompanyVersion, MissingFileIs0) {
 TEST(CompanyVersion, FolderInPlaceOfTheFileIs0) {
   const test::TempFolder folder;
   std::filesystem::create_directory(folder.Path() / "VERSION.TXT");
+  Shared().gCompanyPath = folder.Path().string() + "/";
+  EXPECT_EQ(ReadCompanyVersion(), 0);
+}
+
+TEST(CompanyVersion, PipeInPlaceOfTheFileIs0AndNotWaitedFor) {
+  const test::TempFolder folder;
+  ASSERT_EQ(mkfifo((folder.Path() / "VERSION.TXT").c_str(), 0600), 0);
   Shared().gCompanyPath = folder.Path().string() + "/";
   EXPECT_EQ(ReadCompanyVersion(), 0);
 }

@@ -29,12 +29,6 @@ constexpr KeySegment Due{SegmentType::Day, SampleOffset::Due, 4};
 constexpr KeySegment Name{SegmentType::ZeroText, SampleOffset::Name, NameWidth};
 constexpr KeySegment Guid{SegmentType::Guid, SampleOffset::Guid, 16};
 
-void Expect(Status status, std::string_view what) {
-  if (status != StatusSuccess) {
-    throw std::runtime_error(std::string(what) + " answered " + std::to_string(status));
-  }
-}
-
 /// Goes on until the walk ends. The bound ends a walk that runs in a circle.
 template <typename Read>
 std::vector<std::int32_t> Walk(Cursor& file, Read start, Read next) {
@@ -58,6 +52,12 @@ std::vector<std::int32_t> WalkSteps(Cursor& file, Step start, Step next) {
 }
 
 }  // namespace
+
+void MustSucceed(Status status, std::string_view what) {
+  if (status != StatusSuccess) {
+    throw std::runtime_error(std::string(what) + " answered " + std::to_string(status));
+  }
+}
 
 std::string PeekText(std::span<const std::byte> record, std::size_t offset, std::size_t width) {
   const auto field = record.subspan(offset, width);
@@ -198,7 +198,7 @@ Bytes KeyOf(const FileDescription& description, std::int16_t keyNumber,
 
 Cursor::Cursor(store::Driver& driver, std::filesystem::path path, store::OpenMode mode)
     : driver_(&driver), path_(std::move(path)) {
-  Expect(driver.Open(path_, mode, file_), "open of " + path_.string());
+  MustSucceed(driver.Open(path_, mode, file_), "open of " + path_.string());
   buffer_.resize(file_->Description().recordLength);
 }
 
@@ -225,7 +225,7 @@ Status Cursor::Delete() { return file_->Delete(); }
 
 void Fill(Cursor& file, std::initializer_list<Sample> samples) {
   for (const Sample& sample : samples) {
-    Expect(file.Insert(file.File().Description().keys.front().number, sample), "insert");
+    MustSucceed(file.Insert(file.File().Description().keys.front().number, sample), "insert");
   }
 }
 

@@ -25,6 +25,9 @@ namespace larkmoor::test {
 
 using Bytes = std::vector<std::byte>;
 
+/// Throws `std::runtime_error` that names the work and its status where that is not 0.
+void MustSucceed(Status status, std::string_view what);
+
 /// The value at that place of a record.
 template <typename T>
 T Peek(std::span<const std::byte> record, std::size_t offset) {

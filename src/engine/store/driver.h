@@ -29,6 +29,14 @@ enum class Step { First, Last, Next, Previous };
 
 enum class OpenMode { Normal, ReadOnly };
 
+/// As long as it lives, its thread's reads of the file see one state of it and what the thread
+/// itself writes. For a few reads that belong together: it keeps the room of all later states'
+/// deleted records in use.
+class SteadyReads {
+ public:
+  virtual ~SteadyReads() = default;
+};
+
 /// One opened record file with a position of its own. The position has three sides: the current
 /// record, which `Update` and `Delete` act on; the place on a key path, where `Next` and `Previous`
 /// start; and the physical place, where steps start. Used from the thread that opened it.
@@ -63,6 +71,10 @@ class File {
                                  std::span<std::byte> record) = 0;
   /// The number of records, 0 where it cannot be read.
   virtual std::int32_t RecordCount() = 0;
+  virtual std::unique_ptr<SteadyReads> BeginSteadyReads() = 0;
+  /// Within a batch: keeps other writers away from here to the end of the batch, as the first write
+  /// would, so that what is read from here on is what the batch's writes meet.
+  virtual Status Claim() = 0;
   /// Makes what was committed safe against loss of power.
   virtual Status Sync() = 0;
 };

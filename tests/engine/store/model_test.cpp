@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <random>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/store/conformance.h"
+#include "support/dice.h"
 #include "support/seed.h"
 
 namespace larkmoor::test {
@@ -32,6 +32,7 @@ using store::KeySegment;
 using store::OpenMode;
 using store::Seek;
 using store::SegmentType;
+using store::SteadyReads;
 using store::Step;
 
 // The model --------------------------------------------------------------------------------------
@@ -207,6 +208,12 @@ class ModelFile : public File {
   }
 
   std::int32_t RecordCount() override { return static_cast<std::int32_t>(table_.rows.size()); }
+  std::unique_ptr<SteadyReads> BeginSteadyReads() override {
+    return std::make_unique<SteadyReads>();  // nobody else writes
+  }
+  Status Claim() override {
+    return mode_ == OpenMode::ReadOnly ? StatusAccessDenied : StatusSuccess;
+  }
   Status Sync() override { return StatusSuccess; }
 
   /// The key number of the place on a key path.
@@ -328,22 +335,6 @@ class ModelFile : public File {
 
 // Random work ------------------------------------------------------------------------------------
 
-class Dice {
- public:
-  explicit Dice(std::uint32_t seed) : random_(seed) {}
-
-  int Below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(random_); }
-  bool OneIn(int times) { return Below(times) == 0; }
-
-  template <typename T, std::size_t Size>
-  const T& OneOf(const T (&values)[Size]) {
-    return values[static_cast<std::size_t>(Below(static_cast<int>(Size)))];
-  }
-
- private:
-  std::mt19937 random_;
-};
-
 /// Puts a random value into one field. Values are few, so that keys repeat and searches hit.
 void ChangeField(Dice& dice, Bytes& record, int field) {
   static constexpr double Doubles[] = {
@@ -418,6 +409,7 @@ class Comparison {
     if (batch_ && dice_.OneIn(2000)) return Drop();
     if (dice_.OneIn(500)) return Reopen();
     Pair& pair = *pairs_[dice_.OneIn(8) ? ReadOnlyPair : static_cast<std::size_t>(dice_.Below(2))];
+    if (dice_.OneIn(30)) pair.steady = pair.steady ? nullptr : pair.file->BeginSteadyReads();
     const Operation operation = Choose(pair);
     Bytes expected = operation.record.empty() ? pair.inHand : operation.record;
     Bytes found = expected;
@@ -462,6 +454,7 @@ class Comparison {
   struct Pair {
     std::unique_ptr<File> file;
     std::unique_ptr<ModelFile> model;
+    std::unique_ptr<SteadyReads> steady = nullptr;  ///< now and then
     Bytes inHand = Bytes(SampleOffset::End);
   };
 

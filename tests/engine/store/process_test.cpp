@@ -6,11 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <map>
 #include <memory>
-#include <optional>
-#include <random>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,8 +18,10 @@
 #include "engine/store/driver.h"
 #include "support/child_process.h"
 #include "support/company.h"
+#include "support/dice.h"
 #include "support/sample_files.h"
 #include "support/seed.h"
+#include "support/told_work.h"
 #include "support/worker.h"
 
 namespace larkmoor::test {
@@ -208,78 +206,19 @@ TEST_F(ProcessTest, CompactAnswers85WhileAnotherProcessLivesThatHasTheFileOpen) 
 
 // Sudden death -----------------------------------------------------------------------------------
 
-/// What a file must hold: values by number. Follows the lines of a random writer.
-class Expectation {
- public:
-  /// Takes a line "try 5=17 3=-" or "done".
-  void Follow(const std::string& line) {
-    if (line == "done") {
-      acknowledged_ = tried_;
-      ++writes_;
-      return;
-    }
-    std::istringstream words(line);
-    std::string word;
-    words >> word;
-    ASSERT_EQ(word, "try") << line;
-    while (words >> word) {
-      const auto equals = word.find('=');
-      const std::int32_t number = std::stoi(word.substr(0, equals));
-      const std::string value = word.substr(equals + 1);
-      if (value == "-") {
-        tried_.erase(number);
-      } else {
-        tried_[number] = std::stoi(value);
-      }
-    }
-  }
-
-  /// Expects the file to hold all acknowledged work. The piece of work that was under way at the
-  /// end may have been done or not, but not by halves. Goes on from what the file holds.
-  void Compare(Cursor& file) {
-    std::map<std::int32_t, std::int32_t> found;
-    for (Status status = file.StepTo(Step::First); status == StatusSuccess;
-         status = file.StepTo(Step::Next)) {
-      const Sample sample = file.InHand();
-      EXPECT_EQ(sample, MadeSample(sample.number, sample.stamp));
-      found[sample.number] = sample.stamp;
-    }
-    if (found != tried_) {
-      EXPECT_EQ(found, acknowledged_);
-    }
-    acknowledged_ = tried_ = found;
-  }
-
-  void Note(const Sample& written) {
-    tried_[written.number] = written.stamp;
-    acknowledged_[written.number] = written.stamp;
-  }
-
-  [[nodiscard]] int Writes() const { return writes_; }
-
- private:
-  std::map<std::int32_t, std::int32_t> acknowledged_;
-  std::map<std::int32_t, std::int32_t> tried_;  ///< with the work that was told but not confirmed
-  int writes_ = 0;
-};
-
 class CrashTest : public ProcessTest {
  protected:
-  CrashTest() : random_(Seed()) {}
-
-  std::int32_t Below(std::int32_t end) {
-    return std::uniform_int_distribution<std::int32_t>(0, end - 1)(random_);
-  }
+  CrashTest() : dice_(Seed()) {}
 
   /// Starts a writer, kills it at a random moment, and takes note of what it told until then.
   void KillAWriter(const fs::path& path, Expectation& expectation) {
-    ChildProcess writer({LARKMOOR_WRITER_PROCESS, "work", path, std::to_string(random_())});
+    ChildProcess writer({LARKMOOR_WRITER_PROCESS, "work", path, std::to_string(dice_.Seed())});
     // Now and then it dies while it starts; mostly after some work, which takes a moment each.
-    if (Below(8) > 0) {
+    if (!dice_.OneIn(8)) {
       ASSERT_EQ(writer.ReadLine(), "ready");
-      std::this_thread::sleep_for(std::chrono::microseconds(Below(20'000)));
+      std::this_thread::sleep_for(std::chrono::microseconds(dice_.Below(20'000)));
     } else {
-      std::this_thread::sleep_for(std::chrono::microseconds(Below(5'000)));
+      std::this_thread::sleep_for(std::chrono::microseconds(dice_.Below(5'000)));
     }
     writer.Kill();
     for (const std::string& line : writer.RemainingLines()) {
@@ -298,11 +237,11 @@ class CrashTest : public ProcessTest {
           there ? file.Update(SampleKey::Number, sample) : file.Insert(SampleKey::Number, sample);
     }
     ASSERT_EQ(status, StatusSuccess);
-    expectation.Note(sample);
+    expectation.Note({.file = 0, .number = sample.number, .value = sample.stamp});
   }
 
  private:
-  std::mt19937 random_;
+  Dice dice_;
 };
 
 TEST_F(CrashTest, EveryAcknowledgedWriteSurvivesTheDeathOfItsProcess) {
@@ -314,12 +253,12 @@ TEST_F(CrashTest, EveryAcknowledgedWriteSurvivesTheDeathOfItsProcess) {
     KillAWriter(path, expectation);
     EXPECT_EQ(Findings(path), Nothing);
     Cursor file(Embedded(), path);
-    expectation.Compare(file);
+    EXPECT_EQ(expectation.Mismatch(ContentOf(file)), "");
     GoOn(file, expectation, round);
     ASSERT_FALSE(HasFailure());
   }
   // The rounds were long enough to write in.
-  EXPECT_GT(expectation.Writes(), Rounds / 4);
+  EXPECT_GT(expectation.Done(), Rounds / 4);
 }
 
 TEST_F(CrashTest, AProcessThatHasTheFileOpenGoesOnWhenAWriterDies) {
@@ -330,11 +269,11 @@ TEST_F(CrashTest, AProcessThatHasTheFileOpenGoesOnWhenAWriterDies) {
     SCOPED_TRACE(testing::Message() << "round " << round);
     KillAWriter(file.Path(), expectation);
     GoOn(file, expectation, round);
-    expectation.Compare(file);
+    EXPECT_EQ(expectation.Mismatch(ContentOf(file)), "");
     ASSERT_FALSE(HasFailure());
   }
   EXPECT_EQ(Findings(file.Path()), Nothing);
-  EXPECT_GT(expectation.Writes(), Rounds / 4);
+  EXPECT_GT(expectation.Done(), Rounds / 4);
 }
 
 TEST_F(CrashTest, AWriterThatDiesInsideABatchHoldsNobodyUp) {

@@ -14,12 +14,10 @@
 // It prints "ready" when the file is open. It ends with 0 when its work is done, and with 1 and a
 // word of explanation where a status was not what it must be.
 
-#include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <iostream>
 #include <memory>
-#include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -29,6 +27,7 @@
 #include <larkmoor/status.h>
 
 #include "engine/store/driver.h"
+#include "support/random_work.h"
 #include "support/sample_files.h"
 
 namespace larkmoor::test {
@@ -39,10 +38,6 @@ using store::Step;
 using Arguments = std::vector<std::string>;
 
 void Print(const std::string& line) { std::cout << line << std::endl; }
-
-void Expect(Status status, const std::string& what) {
-  if (status != StatusSuccess) throw std::runtime_error(what + ": " + std::to_string(status));
-}
 
 Cursor Open(const std::string& path) { return {store::DefaultDriver(), path}; }
 
@@ -96,7 +91,7 @@ int Remote(Cursor file) {
 }
 
 int FillFile(Cursor file, int count) {
-  for (int i = 0; i < count; ++i) Expect(file.Insert(SampleKey::Number, {}), "insert");
+  for (int i = 0; i < count; ++i) MustSucceed(file.Insert(SampleKey::Number, {}), "insert");
   return 0;
 }
 
@@ -108,12 +103,12 @@ int Count(Cursor file, int rounds) {
       Status status = StatusRecordConflict;
       while (status == StatusRecordConflict) {
         Sample counter = file.InHand();
-        Expect(Find(file, counter.number), "read");
+        MustSucceed(Find(file, counter.number), "read");
         counter = file.InHand();
         ++counter.account;
         status = file.Update(SampleKey::Number, counter);
       }
-      Expect(status, "update");
+      MustSucceed(status, "update");
     }
   }
   return 0;
@@ -122,99 +117,19 @@ int Count(Cursor file, int rounds) {
 int Batches(Cursor first, Cursor second, int rounds) {
   const auto batch = store::DefaultDriver().BeginBatch();
   for (int i = 0; i < rounds; ++i) {
-    Expect(first.Insert(SampleKey::Number, {}), "insert into the first file");
-    Expect(second.Insert(SampleKey::Number, {}), "insert into the second file");
-    Expect(batch->Commit(), "commit");
+    MustSucceed(first.Insert(SampleKey::Number, {}), "insert into the first file");
+    MustSucceed(second.Insert(SampleKey::Number, {}), "insert into the second file");
+    MustSucceed(batch->Commit(), "commit");
   }
   return 0;
 }
 
-/// Writes at random. Tells each piece of work before it is tried ("try 5=17 3=-": record 5 gets the
-/// value 17, record 3 is deleted) and, once its status was 0, that it is done.
-class RandomWork {
- public:
-  RandomWork(Cursor file, std::uint32_t seed) : file_(std::move(file)), random_(seed) {
-    for (Status status = file_.StepTo(Step::First); status == StatusSuccess;
-         status = file_.StepTo(Step::Next)) {
-      numbers_.push_back(file_.InHand().number);
-    }
-  }
-
-  [[noreturn]] void GoOn() {
-    for (;;) {
-      if (Below(4) == 0) {
-        WriteBatch();
-      } else {
-        Write(Plan(1));
-        Print("done");
-      }
-    }
-  }
-
- private:
-  struct Change {
-    std::int32_t number;
-    std::int32_t value;  ///< 0 deletes
-    bool isNew;
-  };
-
-  std::int32_t Below(std::int32_t end) {
-    return std::uniform_int_distribution<std::int32_t>(0, end - 1)(random_);
-  }
-
-  /// Chooses changes and tells them.
-  std::vector<Change> Plan(int count) {
-    constexpr std::size_t Few = 20;
-    constexpr std::size_t Many = 150;
-    std::vector<Change> changes;
-    std::string told = "try";
-    for (int i = 0; i < count; ++i) {
-      Change change{0, 1 + Below(100'000), false};
-      if (numbers_.size() < Few || (numbers_.size() < Many && Below(3) == 0)) {
-        change.number = *std::max_element(numbers_.begin(), numbers_.end()) + 1;
-        change.isNew = true;
-        numbers_.push_back(change.number);
-      } else {
-        const auto chosen =
-            numbers_.begin() + Below(static_cast<std::int32_t>(numbers_.size()) - 1) + 1;
-        change.number = *chosen;
-        if (Below(2) == 0) {
-          change.value = 0;
-          numbers_.erase(chosen);
-        }
-      }
-      told += ' ' + std::to_string(change.number) + '=' +
-              (change.value == 0 ? "-" : std::to_string(change.value));
-      changes.push_back(change);
-    }
-    Print(told);
-    return changes;
-  }
-
-  void Write(const std::vector<Change>& changes) {
-    for (const Change& change : changes) {
-      if (!change.isNew) Expect(Find(file_, change.number), "read");
-      if (change.value == 0) {
-        Expect(file_.Delete(), "delete");
-      } else if (change.isNew) {
-        Expect(file_.Insert(0, MadeSample(change.number, change.value)), "insert");
-      } else {
-        Expect(file_.Update(0, MadeSample(change.number, change.value)), "update");
-      }
-    }
-  }
-
-  void WriteBatch() {
-    const auto batch = store::DefaultDriver().BeginBatch();
-    Write(Plan(2 + Below(12)));
-    Expect(batch->Commit(), "commit");
-    Print("done");
-  }
-
-  Cursor file_;
-  std::mt19937 random_;
-  std::vector<std::int32_t> numbers_{0};  ///< of the records; the 0 stands for none
-};
+[[noreturn]] void WorkForEver(Cursor file, std::uint32_t seed) {
+  std::vector<Cursor> files;
+  files.push_back(std::move(file));
+  RandomWork work(store::DefaultDriver(), std::move(files), {}, seed, Print);
+  for (;;) work.Work();
+}
 
 [[noreturn]] void WalkForEver(Cursor file) {
   for (;;) {
@@ -237,8 +152,7 @@ int Run(const Arguments& arguments) {
   if (verb == "count") return Count(std::move(file), std::stoi(arguments.at(2)));
   if (verb == "walk") WalkForEver(std::move(file));
   if (verb == "work") {
-    const auto seed = static_cast<std::uint32_t>(std::stoul(arguments.at(2)));
-    RandomWork(std::move(file), seed).GoOn();
+    WorkForEver(std::move(file), static_cast<std::uint32_t>(std::stoul(arguments.at(2))));
   }
   throw std::runtime_error("unknown work " + verb);
 }

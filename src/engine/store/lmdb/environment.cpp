@@ -5,8 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csetjmp>
-#include <cstring>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -16,13 +14,11 @@
 #include <larkmoor/status.h>
 
 #include "engine/store/lmdb/failure.h"
+#include "engine/store/lmdb/soundness.h"
 
 namespace larkmoor::store::lmdb {
 namespace {
 
-/// Address space for one file, and so how large a file can grow. Takes no memory and no disk by
-/// itself.
-constexpr std::size_t MapSize = std::size_t{32} << 30;
 /// One opened file and how many share it.
 struct Shared {
   std::unique_ptr<Environment> environment;
@@ -66,33 +62,11 @@ bool OnNetworkFileSystem(const std::filesystem::path& path) {
          type == AFS_SUPER_MAGIC || type == CODA_SUPER_MAGIC || type == NCP_SUPER_MAGIC;
 }
 
-/// Whether every entry can be reached and the records are as many as they should be.
-bool WalkTree(MDB_txn* transaction) {
-  MDB_dbi tree = 0;
-  MDB_cursor* cursor = nullptr;
-  if (mdb_dbi_open(transaction, nullptr, 0, &tree) != MDB_SUCCESS) return false;
-  if (mdb_cursor_open(transaction, tree, &cursor) != MDB_SUCCESS) return false;
-  std::uint64_t records = 0;
-  MDB_val key;
-  MDB_val value;
-  int code = mdb_cursor_get(cursor, &key, &value, MDB_FIRST);
-  for (; code == MDB_SUCCESS; code = mdb_cursor_get(cursor, &key, &value, MDB_NEXT)) {
-    if (key.mv_size == 0) break;
-    if (IsRecord(key)) ++records;
-  }
-  mdb_cursor_close(cursor);
-  return code == MDB_NOTFOUND && records == ReadCounters(transaction, tree).records;
-}
-
 }  // namespace
 
-Counters ReadCounters(MDB_txn* transaction, MDB_dbi tree) {
-  Counters counters;
+std::optional<Counters> ReadCounters(MDB_txn* transaction, MDB_dbi tree) {
   const auto bytes = ReadEntry(transaction, tree, EntryKey::OfCounters());
-  if (bytes && bytes->size() == sizeof counters) {
-    std::memcpy(&counters, bytes->data(), sizeof counters);
-  }
-  return counters;
+  return bytes ? CountersFromBytes(*bytes) : Counters();  // there are none before the first record
 }
 
 std::optional<std::string_view> ReadEntry(MDB_txn* transaction, MDB_dbi tree, const EntryKey& key) {
@@ -119,44 +93,113 @@ Status Environment::Sync() {
   return StatusOf(code);
 }
 
-off_t Environment::LengthOfTree() const {
+std::size_t Environment::LastCommit() const {
+  MDB_envinfo info{};
+  mdb_env_info(Handle(), &info);
+  return info.me_last_txnid;
+}
+
+bool Environment::BeginPlainRead() {
+  if (Writable()) return true;
+  const std::lock_guard lock(plainReadsMutex_);
+  if (plainReads_ == 0 && !file_.LockReading()) return false;
+  ++plainReads_;
+  return true;
+}
+
+void Environment::EndPlainRead() {
+  if (Writable()) return;
+  const std::lock_guard lock(plainReadsMutex_);
+  if (--plainReads_ == 0) file_.UnlockCommitting();
+}
+
+void Environment::NoteCommit() {
+  unsynced_ = true;
+  NoteState();
+}
+
+void Environment::NoteState() {
+  Reach();
+  lockFile_.Note(file_.Mark());
+}
+
+/// Makes the file reach as far as its pages are given out, though the last ones may be free: so a
+/// reader never meets the end of the file.
+void Environment::Reach() {
   MDB_envinfo info{};
   MDB_stat stat{};
   mdb_env_info(Handle(), &info);
   mdb_env_stat(Handle(), &stat);
-  return static_cast<off_t>(info.me_last_pgno + 1) * static_cast<off_t>(stat.ms_psize);
-}
-
-void Environment::Reach() {
-  const off_t length = LengthOfTree();
+  const auto length = static_cast<off_t>((info.me_last_pgno + 1) * stat.ms_psize);
   if (file_.Size() < length) file_.Extend(length);
 }
 
-Status Environment::Open(const std::filesystem::path& path, DataFile file) {
+Status Environment::Open(const std::filesystem::path& name, DataFile file) {
+  // The lock file lies beside the file itself, whatever links lead there.
+  std::error_code failed;
+  const std::filesystem::path path = std::filesystem::canonical(name, failed);
+  if (failed) return OpenStatusOf(failed.value());
   file_ = std::move(file);
-  folder_ = path.parent_path().empty() ? std::filesystem::path(".") : path.parent_path();
-  lockFile_ = LockFileOf(path);
+  folder_ = path.parent_path();
   if (!file_.IsLmdb()) return StatusNotARecordFile;  // of an empty file LMDB would make a new one
   if (OnNetworkFileSystem(path)) return StatusIOError;
-  if (!file_.Writable()) {
-    Status status = OpenHandle(path);
-    if (status == StatusSuccess) status = CheckLength();
-    return status == StatusSuccess ? ReadDescription() : status;
-  }
-  if (!file_.LockOpening()) return StatusIOError;
-  const bool paired = BelongsTo(lockFile_, file_.Identity());
-  Status status = StatusSuccess;
-  if (!paired && !file_.LockAlone()) {
-    status = StatusFileInUse;  // by others, through a lock file that is no longer beside it
-  } else if (!paired && !MakeLockFile(lockFile_, file_.Identity(), file_.Permissions())) {
-    status = OpenStatusOf(errno);
-  } else {
-    status = OpenHandle(path);
-    if (!file_.LockInUse()) status = StatusIOError;
-  }
-  file_.UnlockOpening();
-  if (status == StatusSuccess) status = CheckLength();
+  const Status status = file_.Writable() ? OpenToWrite(path) : OpenToRead(path);
   return status == StatusSuccess ? ReadDescription() : status;
+}
+
+Status Environment::OpenToWrite(const std::filesystem::path& path) {
+  if (!file_.LockOpening()) return StatusIOError;
+  unlink(CompactedCopyOf(path).c_str());
+  Status status = PairWithLockFile(path);
+  if (status == StatusSuccess) status = CheckAlone();
+  if (status == StatusSuccess) status = OpenHandle(path);
+  if (status == StatusSuccess && !lockFile_.Tells(file_.Mark())) NoteState();
+  if (status == StatusSuccess && !file_.LockInUse(lockFile_)) status = StatusIOError;
+  file_.UnlockOpening();
+  return status;
+}
+
+Status Environment::OpenToRead(const std::filesystem::path& path) {
+  lockFile_.Open(LockFile::PathFor(path), file_);
+  const Status status = CheckBesideWriters();
+  return status == StatusSuccess ? OpenHandle(path) : status;
+}
+
+Status Environment::PairWithLockFile(const std::filesystem::path& path) {
+  const std::filesystem::path lockPath = LockFile::PathFor(path);
+  if (lockFile_.Open(lockPath, file_)) {
+    return file_.InUseThroughAnother(lockFile_) ? StatusFileInUse : StatusSuccess;
+  }
+  // Others may have it open through a lock file that is no longer beside it.
+  if (!file_.LockAlone()) return StatusFileInUse;
+  return lockFile_.Make(lockPath, file_) ? StatusSuccess : OpenStatusOf(errno);
+}
+
+/// LMDB is not to meet what others than the store have written. Whoever has the file open has
+/// looked already.
+Status Environment::CheckAlone() {
+  if (lockFile_.Tells(file_.Mark()) || !file_.LockAlone()) return StatusSuccess;
+  return FindFault(file_) ? StatusNotARecordFile : StatusSuccess;
+}
+
+/// The same where nothing can be noted, nor writers be kept away for long. A file on which nobody
+/// leaves a mark is looked at once in the life of the process.
+Status Environment::CheckBesideWriters() {
+  static std::map<FileIdentity, FileMark> lookedAt;  // guarded by the registry's mutex
+  constexpr int Tries = 3;
+  for (int i = 0; i < Tries; ++i) {
+    if (!file_.LockReading()) return StatusIOError;
+    const FileMark mark = file_.Mark();
+    const auto known = lookedAt.find(file_.Identity());
+    const bool sound = lockFile_.Tells(mark) ||
+                       (known != lookedAt.end() && known->second == mark) || !FindFault(file_);
+    const bool changed = file_.Mark() != mark;
+    file_.UnlockCommitting();
+    if (sound) lookedAt[file_.Identity()] = mark;
+    if (sound) return StatusSuccess;
+    if (!changed) break;
+  }
+  return StatusNotARecordFile;
 }
 
 Status Environment::OpenHandle(const std::filesystem::path& path) {
@@ -179,34 +222,6 @@ Status Environment::OpenHandle(const std::filesystem::path& path) {
   return StatusSuccess;
 }
 
-Status Environment::CheckLength() {
-  const off_t size = file_.Size();
-  const off_t length = LengthOfTree();
-  if (size >= length) return StatusSuccess;
-  // Cut off, or its writer died between a commit and `Reach`. The tree tells which; those who have
-  // the file open already have asked it.
-  if (!file_.Writable()) return StatusNotARecordFile;
-  if (!file_.LockAlone()) return StatusSuccess;
-  const bool whole = file_.Extend(length) && TreeIsWhole();
-  if (!whole) file_.Cut(size);
-  file_.LockInUse();
-  return whole ? StatusSuccess : StatusNotARecordFile;
-}
-
-bool Environment::TreeIsWhole() const {
-  // LMDB asserts where it finds a page that is none; the walk then ends here instead of the
-  // process.
-  static thread_local std::jmp_buf foundDamage;
-  MDB_txn* transaction = nullptr;
-  if (mdb_txn_begin(Handle(), nullptr, MDB_RDONLY, &transaction) != MDB_SUCCESS) return false;
-  mdb_env_set_assert(Handle(), [](MDB_env*, const char*) { std::longjmp(foundDamage, 1); });
-  bool whole = false;
-  if (setjmp(foundDamage) == 0) whole = WalkTree(transaction);
-  mdb_env_set_assert(Handle(), nullptr);
-  mdb_txn_abort(transaction);
-  return whole;
-}
-
 Status Environment::ReadDescription() {
   MDB_txn* transaction = nullptr;
   int code = mdb_txn_begin(Handle(), nullptr, MDB_RDONLY, &transaction);
@@ -215,7 +230,7 @@ Status Environment::ReadDescription() {
   std::optional<FileDescription> description;
   if (code == MDB_SUCCESS) {
     const auto text = ReadEntry(transaction, tree_, EntryKey::OfHeader(DescriptionName));
-    if (text) description = DescriptionFromText(*text);
+    if (text) description = DescriptionFromBytes(*text);
   }
   mdb_txn_abort(transaction);
   if (!description) return StatusNotARecordFile;

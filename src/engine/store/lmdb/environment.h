@@ -2,8 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 #include <lmdb.h>
@@ -15,6 +17,10 @@
 #include "engine/store/lmdb/format.h"
 
 namespace larkmoor::store::lmdb {
+
+/// Address space for one file, and so how large a file can grow. Takes no memory and no disk by
+/// itself.
+constexpr std::size_t MapSize = std::size_t{32} << 30;
 
 /// The LMDB environment of one data file. Shared by all threads of the process.
 class Environment {
@@ -29,12 +35,18 @@ class Environment {
   [[nodiscard]] const std::filesystem::path& Folder() const { return folder_; }
   [[nodiscard]] off_t Size() const { return file_.Size(); }
   DataFile& File() { return file_; }
+  /// The number of the last commit.
+  [[nodiscard]] std::size_t LastCommit() const;
 
-  /// What was committed but may not yet be safe against loss of power.
-  void NoteWrite() { unsynced_ = true; }
+  // Around each read of those who may not write to the file, nor to the readers' table; nothing for
+  // the others.
+  bool BeginPlainRead();
+  void EndPlainRead();
+  /// Ends a commit, which may not yet be safe against loss of power.
+  void NoteCommit();
+  /// Takes the file as it is for what the store has left.
+  void NoteState();
   Status Sync();
-  /// Makes the file reach as far as the tree may, so that a shorter file is known to be cut off.
-  void Reach();
 
  private:
   friend class EnvironmentRef;
@@ -43,20 +55,25 @@ class Environment {
   };
 
   Environment() = default;
-  Status Open(const std::filesystem::path& path, DataFile file);
+  Status Open(const std::filesystem::path& name, DataFile file);
+  Status OpenToWrite(const std::filesystem::path& path);
+  Status OpenToRead(const std::filesystem::path& path);
+  Status PairWithLockFile(const std::filesystem::path& path);
+  Status CheckAlone();
+  Status CheckBesideWriters();
   Status OpenHandle(const std::filesystem::path& path);
   Status ReadDescription();
-  Status CheckLength();
-  [[nodiscard]] bool TreeIsWhole() const;
-  [[nodiscard]] off_t LengthOfTree() const;
+  void Reach();
 
   DataFile file_;
   std::filesystem::path folder_;
-  std::filesystem::path lockFile_;
+  LockFile lockFile_;  // closed behind the handle
   std::unique_ptr<MDB_env, Closer> handle_;
   MDB_dbi tree_ = 0;
   FileDescription description_;
   std::atomic<bool> unsynced_ = false;
+  std::mutex plainReadsMutex_;
+  int plainReads_ = 0;  ///< under way in all threads, which share one lock
 };
 
 /// A share in an environment. The last one to go closes it.
@@ -85,8 +102,8 @@ class EnvironmentRef {
 /// The value of an entry, or nothing. The bytes last as long as the transaction.
 std::optional<std::string_view> ReadEntry(MDB_txn* transaction, MDB_dbi tree, const EntryKey& key);
 
-/// The counters of a file.
-Counters ReadCounters(MDB_txn* transaction, MDB_dbi tree);
+/// The counters of a file; nothing where they are damaged.
+std::optional<Counters> ReadCounters(MDB_txn* transaction, MDB_dbi tree);
 
 /// An environment handle of a file that nobody has open, or that is being made: no lock file, no
 /// readers.

@@ -7,12 +7,17 @@
 
 #include <nlohmann/json.hpp>
 
+#include "engine/store/lmdb/seal.h"
+
 namespace larkmoor::store::lmdb {
 namespace {
 
 using Json = nlohmann::json;
 
-constexpr std::string_view FormatName = "larkmoor-2";
+/// No field lies farther from the record's start than 16 bits tell.
+constexpr std::uint32_t LongestRecord = 1U << 16;
+
+constexpr std::string_view FormatName = "larkmoor-3";
 
 constexpr std::string_view SegmentNames[] = {"byte", "integer",  "long", "double", "date",
                                              "day",  "zerotext", "text", "guid"};
@@ -21,10 +26,8 @@ std::byte FirstByte(Prefix prefix, int more) {
   return static_cast<std::byte>(static_cast<int>(prefix) + more);
 }
 
-bool HasPrefix(const MDB_val& entry, Prefix prefix, int more) {
-  return entry.mv_size > NumberSize &&
-         *static_cast<const std::byte*>(entry.mv_data) == FirstByte(prefix, more);
-}
+/// The byte that tells the kind of an entry; LMDB knows no empty ones.
+std::byte FirstByte(const MDB_val& entry) { return *static_cast<const std::byte*>(entry.mv_data); }
 
 Json ToJson(const KeyDescription& key) {
   Json segments = Json::array();
@@ -159,10 +162,20 @@ void EntryKey::Append(RecordNumber number) {
     bytes_[size_++] = static_cast<std::byte>(number >> shift);
 }
 
-bool IsRecord(const MDB_val& entry) { return HasPrefix(entry, Prefix::Record, 0); }
+bool IsHeader(const MDB_val& entry) {
+  return entry.mv_size == 2 && FirstByte(entry) == FirstByte(Prefix::Header, 0);
+}
+
+bool IsRecord(const MDB_val& entry) {
+  return entry.mv_size == 1 + NumberSize && FirstByte(entry) == FirstByte(Prefix::Record, 0);
+}
+
+bool IsOfSomeKey(const MDB_val& entry) {
+  return entry.mv_size > 1 + NumberSize && FirstByte(entry) >= FirstByte(Prefix::Key, 0);
+}
 
 bool IsOfKey(const MDB_val& entry, std::int16_t keyNumber) {
-  return HasPrefix(entry, Prefix::Key, keyNumber);
+  return entry.mv_size > 1 + NumberSize && FirstByte(entry) == FirstByte(Prefix::Key, keyNumber);
 }
 
 RecordNumber NumberIn(const MDB_val& entry) {
@@ -183,21 +196,36 @@ bool Owner::IsNamed(std::string_view name) const {
   return hash == crypt_r(std::string(name).c_str(), hash.c_str(), &scratch);
 }
 
-std::string ToText(const FileDescription& description) {
-  Json keys = Json::array();
-  for (const KeyDescription& key : description.keys) keys.push_back(ToJson(key));
-  return Json{{"format", FormatName},
-              {"name", description.name},
-              {"release", description.release},
-              {"recordLength", description.recordLength},
-              {"keys", std::move(keys)}}
-      .dump();
+std::string ToBytes(const Counters& counters) {
+  return Seal({reinterpret_cast<const char*>(&counters), sizeof counters});
 }
 
-std::optional<FileDescription> DescriptionFromText(std::string_view text) try {
-  const Json json = Json::parse(text);
+std::optional<Counters> CountersFromBytes(std::string_view bytes) {
+  const auto text = Unseal(bytes);
+  Counters counters;
+  if (!text || text->size() != sizeof counters) return std::nullopt;
+  std::memcpy(&counters, text->data(), sizeof counters);
+  return counters;
+}
+
+std::string ToBytes(const FileDescription& description) {
+  Json keys = Json::array();
+  for (const KeyDescription& key : description.keys) keys.push_back(ToJson(key));
+  return Seal(Json{{"format", FormatName},
+                   {"name", description.name},
+                   {"release", description.release},
+                   {"recordLength", description.recordLength},
+                   {"keys", std::move(keys)}}
+                  .dump());
+}
+
+std::optional<FileDescription> DescriptionFromBytes(std::string_view bytes) try {
+  const auto text = Unseal(bytes);
+  if (!text) return std::nullopt;
+  const Json json = Json::parse(*text);
   if (json.at("format") != FormatName) return std::nullopt;
   FileDescription description{json.at("name"), json.at("release"), json.at("recordLength"), {}};
+  if (description.recordLength > LongestRecord) return std::nullopt;
   for (const Json& each : json.at("keys")) {
     KeyDescription key = KeyFromJson(each);
     if (!IsSound(key, description.recordLength) || description.FindKey(key.number) != nullptr) {
@@ -210,12 +238,14 @@ std::optional<FileDescription> DescriptionFromText(std::string_view text) try {
   return std::nullopt;
 }
 
-std::string ToText(const Owner& owner) {
-  return Json{{"hash", owner.hash}, {"allowRead", owner.allowRead}}.dump();
+std::string ToBytes(const Owner& owner) {
+  return Seal(Json{{"hash", owner.hash}, {"allowRead", owner.allowRead}}.dump());
 }
 
-std::optional<Owner> OwnerFromText(std::string_view text) try {
-  const Json json = Json::parse(text);
+std::optional<Owner> OwnerFromBytes(std::string_view bytes) try {
+  const auto text = Unseal(bytes);
+  if (!text) return std::nullopt;
+  const Json json = Json::parse(*text);
   return Owner{json.at("hash"), json.at("allowRead")};
 } catch (const std::exception&) {
   return std::nullopt;

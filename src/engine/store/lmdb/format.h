@@ -3,15 +3,18 @@
 // All entries lie in one tree, told apart by their first byte, so that a read needs no look-up of a
 // sub-database:
 //
-//   Header + name            description of the file (JSON), owner name (JSON)
-//   Record + record number   stamp of the last write, then the record: see record_value.h
-//   Counters                 next record number, number of records; lies right behind the last
-//   record, so
-//                            that an insert touches no page of its own for it
+//   Header + name            description of the file (JSON), owner name (JSON), sealed
+//   Record + record number   the record with the stamp of its last write: see record_value.h
+//   Counters                 `Counters`, sealed; lies right behind the last record, so that an
+//   insert
+//                            touches no page of its own for it
 //   Key + key number, encoded key, record number    nothing
 //
 // Record numbers are eight bytes, most significant first. They are given once, in the order of
 // insertion, which is the physical order and the order among duplicates of a key.
+//
+// What is sealed has a checksum behind it, a record has one ahead, and of the entries of keys the
+// counters hold the sum: no byte of the file can change unnoticed.
 #pragma once
 
 #include <algorithm>
@@ -87,7 +90,9 @@ class EntryKey {
 };
 
 /// Whether the entry is one of that kind.
+bool IsHeader(const MDB_val& entry);
 bool IsRecord(const MDB_val& entry);
+bool IsOfSomeKey(const MDB_val& entry);
 bool IsOfKey(const MDB_val& entry, std::int16_t keyNumber);
 /// The record number at the end of a record's or a key's entry.
 RecordNumber NumberIn(const MDB_val& entry);
@@ -99,7 +104,15 @@ inline std::span<const std::byte> BytesOf(const MDB_val& value) {
 struct Counters {
   RecordNumber next = 1;
   std::uint64_t records = 0;
+  /// Sum of the checksums of all key entries, modulo 2^64.
+  std::uint64_t keyEntries = 0;
+
+  bool operator==(const Counters&) const = default;
 };
+
+/// The form of the counters in their entry; nothing where the bytes are none.
+std::string ToBytes(const Counters& counters);
+std::optional<Counters> CountersFromBytes(std::string_view bytes);
 
 /// The owner name of a protected file, salted and hashed.
 struct Owner {
@@ -110,11 +123,11 @@ struct Owner {
   [[nodiscard]] bool IsNamed(std::string_view name) const;
 };
 
-// JSON forms of the header entries; nothing where the text is none.
-std::string ToText(const FileDescription& description);
-std::optional<FileDescription> DescriptionFromText(std::string_view text);
-std::string ToText(const Owner& owner);
-std::optional<Owner> OwnerFromText(std::string_view text);
+// The form of the header entries, sealed JSON; nothing where the bytes are none.
+std::string ToBytes(const FileDescription& description);
+std::optional<FileDescription> DescriptionFromBytes(std::string_view bytes);
+std::string ToBytes(const Owner& owner);
+std::optional<Owner> OwnerFromBytes(std::string_view bytes);
 
 constexpr char DescriptionName = 'd';
 constexpr char OwnerName = 'o';

@@ -10,9 +10,11 @@
 
 #include <larkmoor/status.h>
 
+#include "engine/path.h"
 #include "engine/store/driver.h"
 #include "engine/store/lmdb/failure.h"
 #include "engine/store/lmdb/lmdb_file.h"
+#include "engine/store/lmdb/soundness.h"
 #include "engine/store/lmdb/verify.h"
 #include "engine/store/lmdb/writes.h"
 
@@ -30,29 +32,36 @@ struct EnvCloser {
 };
 using EnvHandle = std::unique_ptr<MDB_env, EnvCloser>;
 
-/// A name beside `path` that nobody else uses, taken away again where nothing came of it.
+fs::path FolderOf(const fs::path& file) {
+  return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+/// A new file that nobody else uses, taken away again where nothing came of it.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const fs::path& path)
-      : path_(path.parent_path() /
-              ("." + path.filename().native() + "." + std::to_string(std::random_device{}()))) {}
-  ~TemporaryFile() { unlink(path_.c_str()); }
+  explicit TemporaryFile(fs::path path)
+      : path_(std::move(path)),
+        descriptor_(open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)),
+        failure_(descriptor_ < 0 ? errno : 0) {}
+  ~TemporaryFile() {
+    if (descriptor_ < 0) return;
+    unlink(path_.c_str());
+    close(descriptor_);
+  }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
   [[nodiscard]] const fs::path& Path() const { return path_; }
+  /// Of the empty file, which only its maker may read.
+  [[nodiscard]] int Descriptor() const { return descriptor_; }
+  /// Why it could not be made.
+  [[nodiscard]] Status Failure() const { return OpenStatusOf(failure_); }
 
  private:
   fs::path path_;
+  int descriptor_;
+  int failure_;
 };
-
-/// A new file may be read and written by whom its folder may.
-mode_t PermissionsIn(const fs::path& file) {
-  struct stat folder {};
-  const fs::path parent = file.parent_path();
-  if (stat(parent.empty() ? "." : parent.c_str(), &folder) != 0) return 0600;
-  return folder.st_mode & 0666U;
-}
 
 int WriteFirstEntries(MDB_env* env, const FileDescription& description) {
   MDB_txn* transaction = nullptr;
@@ -60,7 +69,7 @@ int WriteFirstEntries(MDB_env* env, const FileDescription& description) {
   if (code != MDB_SUCCESS) return code;
   MDB_dbi tree = 0;
   code = mdb_dbi_open(transaction, nullptr, 0, &tree);
-  std::string text = ToText(description);
+  std::string text = ToBytes(description);
   const EntryKey name = EntryKey::OfHeader(DescriptionName);
   MDB_val key = name.Value();
   MDB_val value{text.size(), text.data()};
@@ -86,7 +95,7 @@ std::optional<Owner> OwnerOf(const Reading& reading) {
   const auto text = ReadEntry(reading.Transaction(), reading.Tree(), EntryKey::OfHeader(OwnerName));
   if (!text) return std::nullopt;
   // A protection that cannot be read protects against everyone.
-  return OwnerFromText(*text).value_or(Owner{"*", false});
+  return OwnerFromBytes(*text).value_or(Owner{"*", false});
 }
 
 /// Puts an owner entry in place, or takes it away.
@@ -98,9 +107,28 @@ Status WriteOwner(ThreadView& view, const std::optional<Owner>& owner) {
   if (!owner) {
     return writing.Finish(mdb_del(writing.Transaction(), writing.Tree(), &key, nullptr));
   }
-  std::string text = ToText(*owner);
+  std::string text = ToBytes(*owner);
   MDB_val value{text.size(), text.data()};
   return writing.Finish(mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0));
+}
+
+/// Puts a compacted copy in the place of a file that nobody has open.
+Status Replace(const fs::path& path, mode_t permissions) {
+  unlink(CompactedCopyOf(path).c_str());
+  const TemporaryFile copy(CompactedCopyOf(path));
+  if (copy.Failure() != StatusSuccess) return copy.Failure();
+  MDB_env* handle = nullptr;
+  const Status status = OpenAlone(path, MDB_RDONLY, handle);
+  if (status != StatusSuccess) return status;
+  const EnvHandle env(handle);
+  int code = mdb_env_copyfd2(handle, copy.Descriptor(), MDB_CP_COMPACT);
+  if (code == MDB_SUCCESS &&
+      (fsync(copy.Descriptor()) != 0 || fchmod(copy.Descriptor(), permissions) != 0 ||
+       rename(copy.Path().c_str(), path.c_str()) != 0)) {
+    code = errno;
+  }
+  SyncNames(FolderOf(path));  // or else a loss of power would bring the former file back
+  return StatusOf(code);
 }
 
 class LmdbDriver final : public Driver {
@@ -138,19 +166,23 @@ Status LmdbDriver::Open(const fs::path& path, OpenMode mode, std::unique_ptr<Fil
 
 Status LmdbDriver::Create(const fs::path& path, const FileDescription& description) {
   if (path.filename().empty()) return StatusInvalidFileName;
-  const TemporaryFile temporary(path);
+  // Several may be at it.
+  const TemporaryFile temporary(HiddenBeside(path, std::to_string(std::random_device{}())));
+  if (temporary.Failure() != StatusSuccess) return temporary.Failure();
   const Status status = MakeFile(temporary.Path(), description);
   if (status != StatusSuccess) return status;
-  if (chmod(temporary.Path().c_str(), PermissionsIn(path)) != 0) return OpenStatusOf(errno);
+  if (fchmod(temporary.Descriptor(), PermissionsIn(FolderOf(path))) != 0)
+    return OpenStatusOf(errno);
   if (link(temporary.Path().c_str(), path.c_str()) != 0) {
     return errno == EEXIST ? StatusFileExists : OpenStatusOf(errno);
   }
+  SyncNames(FolderOf(path));
   return StatusSuccess;
 }
 
 void LmdbDriver::Remove(const fs::path& path) {
   unlink(path.c_str());
-  unlink(LockFileOf(path).c_str());
+  unlink(LockFile::PathFor(path).c_str());
 }
 
 std::vector<EngineVersion> LmdbDriver::Versions() const {
@@ -166,8 +198,9 @@ Status LmdbDriver::Statistics(const fs::path& path, FileStatistics& statistics) 
   const Reading reading(*view);
   if (reading.Failure() != StatusSuccess) return reading.Failure();
   const auto owner = OwnerOf(reading);
-  const Counters counters = ReadCounters(reading.Transaction(), reading.Tree());
-  statistics = {view->Env().Description(), static_cast<std::int64_t>(counters.records),
+  const auto counters = ReadCounters(reading.Transaction(), reading.Tree());
+  if (!counters) return StatusIOError;
+  statistics = {view->Env().Description(), static_cast<std::int64_t>(counters->records),
                 static_cast<std::uintmax_t>(view->Env().Size()), owner.has_value(),
                 owner && owner->allowRead};
   return StatusSuccess;
@@ -198,34 +231,36 @@ Status LmdbDriver::ClearOwner(const fs::path& path, std::string_view name) {
 
 Status LmdbDriver::Verify(const fs::path& path, std::vector<std::string>& findings,
                           const Progress& progress) {
-  std::shared_ptr<ThreadView> view;
-  const Status status = ThreadView::Of(path, view);
-  if (status != StatusSuccess) return status;
-  return VerifyFile(*view, findings, progress);
-}
-
-Status LmdbDriver::Compact(const fs::path& path) {
   DataFile file;
   Status status = file.Open(path);
+  if (status != StatusSuccess) return status;
+  if (!file.IsLmdb()) return StatusNotARecordFile;
+  if (!file.LockReading()) return StatusIOError;
+  const auto fault = FindFault(file);
+  file.UnlockCommitting();
+  if (fault) {
+    findings.push_back(*fault);
+    return StatusSuccess;
+  }
+  std::shared_ptr<ThreadView> view;
+  status = ThreadView::Of(path, view);
+  return status == StatusSuccess ? VerifyFile(*view, findings, progress) : status;
+}
+
+Status LmdbDriver::Compact(const fs::path& name) {
+  std::error_code failed;
+  const fs::path path =
+      fs::canonical(name, failed);  // the file itself, and no link that leads there
+  if (failed) return OpenStatusOf(failed.value());
+  DataFile file;
+  const Status status = file.Open(path);
   if (status != StatusSuccess) return status;
   if (!file.Writable()) return StatusPermission;
   if (!file.IsLmdb()) return StatusNotARecordFile;
   if (EnvironmentRef::InUse(file.Identity()) || !file.LockOpening() || !file.LockAlone()) {
     return StatusFileInUse;
   }
-  const TemporaryFile temporary(path);
-  MDB_env* handle = nullptr;
-  status = OpenAlone(path, MDB_RDONLY, handle);
-  if (status != StatusSuccess) return status;
-  const EnvHandle env(handle);
-  const int copy = open(temporary.Path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (copy < 0) return OpenStatusOf(errno);
-  int code = mdb_env_copyfd2(handle, copy, MDB_CP_COMPACT);
-  if (code == MDB_SUCCESS && (fsync(copy) != 0 || fchmod(copy, file.Permissions()) != 0))
-    code = errno;
-  close(copy);
-  if (code == MDB_SUCCESS && rename(temporary.Path().c_str(), path.c_str()) != 0) code = errno;
-  return StatusOf(code);
+  return FindFault(file) ? StatusNotARecordFile : Replace(path, file.Permissions());
 }
 
 }  // namespace

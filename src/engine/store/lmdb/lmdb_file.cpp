@@ -80,31 +80,34 @@ Status CheckChanges(const Writing& writing, const std::vector<KeyChange>& change
   return StatusSuccess;
 }
 
-int ApplyChanges(const Writing& writing, const std::vector<KeyChange>& changes,
-                 RecordNumber number) {
+int ApplyChanges(const Writing& writing, const std::vector<KeyChange>& changes, RecordNumber number,
+                 Counters& counters) {
   int code = MDB_SUCCESS;
   for (const KeyChange& change : changes) {
-    if (code == MDB_SUCCESS) code = RemoveKey(writing, change.key->number, change.from, number);
-    if (code == MDB_SUCCESS) code = PutKey(writing, change.key->number, change.to, number);
+    const auto from = EntryKey::OfKey(change.key->number, change.from, number);
+    const auto to = EntryKey::OfKey(change.key->number, change.to, number);
+    if (code == MDB_SUCCESS) code = RemoveKey(writing, from, counters);
+    if (code == MDB_SUCCESS) code = PutKey(writing, to, counters);
   }
   return code;
 }
 
 int InsertEntries(const Writing& writing, const FileDescription& file, RecordNumber number,
-                  Stamp stamp, std::span<const std::byte> record) {
+                  Stamp stamp, std::span<const std::byte> record, Counters& counters) {
   int code = PutRecord(writing, number, stamp, record);
   for (const KeyDescription& key : file.keys) {
-    if (code == MDB_SUCCESS) code = PutKey(writing, key.number, EncodeKeyOf(key, record), number);
+    const auto entry = EntryKey::OfKey(key.number, EncodeKeyOf(key, record), number);
+    if (code == MDB_SUCCESS) code = PutKey(writing, entry, counters);
   }
   return code;
 }
 
 int RemoveEntries(const Writing& writing, const FileDescription& file, RecordNumber number,
-                  std::span<const std::byte> record) {
+                  std::span<const std::byte> record, Counters& counters) {
   int code = RemoveRecord(writing, number);
   for (const KeyDescription& key : file.keys) {
-    if (code == MDB_SUCCESS)
-      code = RemoveKey(writing, key.number, EncodeKeyOf(key, record), number);
+    const auto entry = EntryKey::OfKey(key.number, EncodeKeyOf(key, record), number);
+    if (code == MDB_SUCCESS) code = RemoveKey(writing, entry, counters);
   }
   return code;
 }
@@ -155,7 +158,7 @@ Status LmdbFile::Get(Seek seek, std::int16_t keyNumber, std::span<const std::byt
 
 Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records,
                            std::span<std::byte> record) {
-  const int code = records.At(EntryKey::OfRecord(NumberIn(keys.Entry())));
+  const int code = GoToRecord(records, NumberIn(keys.Entry()));
   records.Stay(false);
   if (code != MDB_SUCCESS) return StatusIOError;  // an entry without its record
   const Status status = TakeRecord(records, record);
@@ -166,10 +169,23 @@ Status LmdbFile::TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records
   return status;
 }
 
+/// A walk along a key in the order of insertion needs but one step for each record.
+int LmdbFile::GoToRecord(Cursor& records, RecordNumber number) const {
+  const EntryKey wanted = EntryKey::OfRecord(number);
+  if (records.Stands() && number == physical_ + 1 && records.Move(MDB_NEXT) == MDB_SUCCESS &&
+      wanted == records.Entry()) {
+    return MDB_SUCCESS;
+  }
+  return records.At(wanted);
+}
+
 Status LmdbFile::TakeRecord(Cursor& records, std::span<std::byte> record) {
-  if (!ReadRecordValue(BytesOf(records.Value()), current_.stamp, record)) return StatusIOError;
-  current_.number = NumberIn(records.Entry());
-  physical_ = current_.number;
+  const RecordNumber number = NumberIn(records.Entry());
+  if (!ReadRecordValue(number, BytesOf(records.Value()), current_.stamp, record)) {
+    return StatusIOError;
+  }
+  current_.number = number;
+  physical_ = number;
   records.Stay(true);
   return StatusSuccess;
 }
@@ -209,7 +225,18 @@ Status LmdbFile::StepTo(Step step, std::span<std::byte> record) {
 std::int32_t LmdbFile::RecordCount() {
   const Reading reading(*view_);
   if (reading.Failure() != StatusSuccess) return 0;
-  return static_cast<std::int32_t>(ReadCounters(reading.Transaction(), reading.Tree()).records);
+  const auto counters = ReadCounters(reading.Transaction(), reading.Tree());
+  return counters ? static_cast<std::int32_t>(counters->records) : 0;
+}
+
+std::unique_ptr<SteadyReads> LmdbFile::BeginSteadyReads() {
+  return std::make_unique<Steady>(view_);
+}
+
+Status LmdbFile::Claim() {
+  if (readOnly_) return StatusAccessDenied;
+  const Writing writing(*view_);
+  return writing.Failure();
 }
 
 Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
@@ -223,7 +250,9 @@ Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
   if (!stored) return StatusRecordConflict;
   Stamp stamp;
   std::vector<std::byte> record(Description().recordLength);
-  if (!ReadRecordValue(std::as_bytes(std::span(*stored)), stamp, record)) return StatusIOError;
+  if (!ReadRecordValue(current_.number, std::as_bytes(std::span(*stored)), stamp, record)) {
+    return StatusIOError;
+  }
   const KeySpread spread(reading, *key, Description().recordLength);
   percent =
       spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
@@ -257,11 +286,13 @@ Status LmdbFile::Insert(std::int16_t keyNumber, std::span<std::byte> record) {
 
   GivenNumber given(writing, Description(), record);
   if (given.Exhausted() || RepeatsUnique(writing, Description(), record)) return StatusDuplicateKey;
-  Counters counters = ReadCounters(writing.Transaction(), writing.Tree());
-  const CurrentRecord inserted{counters.next++, NewStamp()};
-  ++counters.records;
-  int code = InsertEntries(writing, Description(), inserted.number, inserted.stamp, record);
-  if (code == MDB_SUCCESS) code = PutCounters(writing, counters);
+  auto counters = ReadCounters(writing.Transaction(), writing.Tree());
+  if (!counters) return StatusIOError;
+  const CurrentRecord inserted{counters->next++, NewStamp()};
+  ++counters->records;
+  int code =
+      InsertEntries(writing, Description(), inserted.number, inserted.stamp, record, *counters);
+  if (code == MDB_SUCCESS) code = PutCounters(writing, *counters);
   const Status status = writing.Finish(code);
   if (status != StatusSuccess) return status;
   given.Keep();
@@ -275,7 +306,9 @@ Status LmdbFile::StoredRecord(const Writing& writing, std::vector<std::byte>& st
   if (!found) return StatusRecordConflict;
   Stamp stamp;
   stored.resize(Description().recordLength);
-  if (!ReadRecordValue(std::as_bytes(std::span(*found)), stamp, stored)) return StatusIOError;
+  if (!ReadRecordValue(current_.number, std::as_bytes(std::span(*found)), stamp, stored)) {
+    return StatusIOError;
+  }
   return stamp == current_.stamp ? StatusSuccess : StatusRecordConflict;
 }
 
@@ -291,9 +324,12 @@ Status LmdbFile::Update(std::int16_t keyNumber, std::span<const std::byte> recor
   if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
   const std::vector<KeyChange> changes = Changes(Description(), stored, record);
   if (const Status status = CheckChanges(writing, changes); status != StatusSuccess) return status;
+  auto counters = ReadCounters(writing.Transaction(), writing.Tree());
+  if (!counters) return StatusIOError;
   const CurrentRecord updated{current_.number, NewStamp()};
   int code = PutRecord(writing, updated.number, updated.stamp, record);
-  if (code == MDB_SUCCESS) code = ApplyChanges(writing, changes, updated.number);
+  if (code == MDB_SUCCESS) code = ApplyChanges(writing, changes, updated.number, *counters);
+  if (code == MDB_SUCCESS && !changes.empty()) code = PutCounters(writing, *counters);
   const Status status = writing.Finish(code);
   if (status == StatusSuccess) TakeWritten(*key, record, updated);
   return status;
@@ -307,10 +343,11 @@ Status LmdbFile::Delete() {
 
   std::vector<std::byte> stored;
   if (const Status status = StoredRecord(writing, stored); status != StatusSuccess) return status;
-  int code = RemoveEntries(writing, Description(), current_.number, stored);
-  Counters counters = ReadCounters(writing.Transaction(), writing.Tree());
-  --counters.records;
-  if (code == MDB_SUCCESS) code = PutCounters(writing, counters);
+  auto counters = ReadCounters(writing.Transaction(), writing.Tree());
+  if (!counters) return StatusIOError;
+  --counters->records;
+  int code = RemoveEntries(writing, Description(), current_.number, stored, *counters);
+  if (code == MDB_SUCCESS) code = PutCounters(writing, *counters);
   const Status status = writing.Finish(code);
   if (status == StatusSuccess) current_.number = 0;
   return status;
@@ -318,6 +355,8 @@ Status LmdbFile::Delete() {
 
 void LmdbFile::TakeWritten(const KeyDescription& key, std::span<const std::byte> record,
                            CurrentRecord written) {
+  keys_.Leave();
+  records_.Leave();
   current_ = written;
   physical_ = written.number;
   place_ = {key.number, EntryKey::OfKey(key.number, EncodeKeyOf(key, record), written.number)};

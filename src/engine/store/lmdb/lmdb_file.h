@@ -29,6 +29,8 @@ class LmdbFile final : public File {
   Status GetByPercentage(std::int16_t keyNumber, double percent,
                          std::span<std::byte> record) override;
   std::int32_t RecordCount() override;
+  std::unique_ptr<SteadyReads> BeginSteadyReads() override;
+  Status Claim() override;
   Status Sync() override { return view_->Env().Sync(); }
 
  private:
@@ -48,6 +50,7 @@ class LmdbFile final : public File {
   int MoveInOrder(Cursor& cursor, Step step) const;
   Status TakeEntry(std::int16_t keyNumber, Cursor& keys, Cursor& records,
                    std::span<std::byte> record);
+  [[nodiscard]] int GoToRecord(Cursor& records, RecordNumber number) const;
   Status TakeRecord(Cursor& records, std::span<std::byte> record);
   void TakeWritten(const KeyDescription& key, std::span<const std::byte> record,
                    CurrentRecord written);

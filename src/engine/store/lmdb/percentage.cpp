@@ -20,11 +20,11 @@ bool Precedes(const EntryKey& left, const EntryKey& right) {
 }  // namespace
 
 KeySpread::KeySpread(const Reading& reading, const KeyDescription& key, std::size_t recordLength) {
-  const auto records = ReadCounters(reading.Transaction(), reading.Tree()).records;
-  if (records <= CountedExactly) {
+  const auto counters = ReadCounters(reading.Transaction(), reading.Tree()).value_or(Counters());
+  if (counters.records <= CountedExactly) {
     TakeAll(reading, key);
   } else {
-    TakeSample(reading, key, recordLength);
+    TakeSample(reading, key, recordLength, counters.next);
   }
 }
 
@@ -38,19 +38,18 @@ void KeySpread::TakeAll(const Reading& reading, const KeyDescription& key) {
 }
 
 void KeySpread::TakeSample(const Reading& reading, const KeyDescription& key,
-                           std::size_t recordLength) {
+                           std::size_t recordLength, RecordNumber end) {
   Cursor cursor(reading);
   Stamp stamp;
   std::vector<std::byte> record(recordLength);
-  const RecordNumber end = ReadCounters(reading.Transaction(), reading.Tree()).next;
   for (std::uint64_t i = 0; i < SampleSize; ++i) {
     const RecordNumber number = 1 + end / SampleSize * i + end % SampleSize * i / SampleSize;
     if (cursor.AtOrAbove(EntryKey::OfRecord(number)) != MDB_SUCCESS || !IsRecord(cursor.Entry())) {
       continue;
     }
-    if (!ReadRecordValue(BytesOf(cursor.Value()), stamp, record)) continue;
-    entries_.push_back(
-        EntryKey::OfKey(key.number, EncodeKeyOf(key, record), NumberIn(cursor.Entry())));
+    const RecordNumber found = NumberIn(cursor.Entry());
+    if (!ReadRecordValue(found, BytesOf(cursor.Value()), stamp, record)) continue;
+    entries_.push_back(EntryKey::OfKey(key.number, EncodeKeyOf(key, record), found));
   }
   for (const Seek end_of_path : {Seek::First, Seek::Last}) {
     if (SearchKey(cursor, end_of_path, key, {}) == MDB_SUCCESS) {

@@ -23,7 +23,8 @@ class KeySpread {
 
  private:
   void TakeAll(const Reading& reading, const KeyDescription& key);
-  void TakeSample(const Reading& reading, const KeyDescription& key, std::size_t recordLength);
+  void TakeSample(const Reading& reading, const KeyDescription& key, std::size_t recordLength,
+                  RecordNumber end);
 
   std::vector<EntryKey> entries_;  // ascending, the first and the last of the path among them
 };

@@ -1,9 +1,13 @@
 #include "engine/store/lmdb/record_value.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+
+#include "engine/store/lmdb/seal.h"
 
 namespace larkmoor::store::lmdb {
 namespace {
@@ -44,55 +48,84 @@ void AppendPiece(std::size_t zeros, Place from, Place to, std::vector<std::byte>
   packed.insert(packed.end(), from, to);
 }
 
-/// Goes through the pieces of a packed record; `take` is given where each piece lies in the record.
-/// False where they do not add up or go beyond `size` bytes.
-template <typename Take>
-bool EachPiece(std::span<const std::byte> packed, std::size_t size, Take take) {
+void Pack(std::span<const std::byte> record, std::vector<std::byte>& packed) {
+  for (Place done = record.begin(); true;) {
+    const Place piece = EndOfZeros(done, record.end());
+    if (piece == record.end()) return;
+    for (; Distance(done, piece) > Longest; done += Longest) {
+      AppendPiece(Longest, done, done, packed);
+    }
+    Place end = EndOfPiece(piece, record.end());
+    if (Distance(piece, end) > Longest) end = piece + Longest;
+    AppendPiece(Distance(done, piece), piece, end, packed);
+    done = end;
+  }
+}
+
+/// Whether the pieces of a packed record are whole and lie within `size` bytes.
+bool PiecesFit(std::span<const std::byte> packed, std::size_t size) {
   std::size_t place = 0;
   while (!packed.empty()) {
     PieceHead head;
     if (packed.size() < sizeof head) return false;
     std::memcpy(&head, packed.data(), sizeof head);
     packed = packed.subspan(sizeof head);
-    place += head.zeros;
-    if (head.bytes > packed.size() || place + head.bytes > size) return false;
-    take(place, packed.first(head.bytes));
+    place += std::size_t{head.zeros} + head.bytes;
+    if (head.bytes > packed.size() || place > size) return false;
     packed = packed.subspan(head.bytes);
-    place += head.bytes;
   }
   return true;
 }
 
-}  // namespace
-
-std::vector<std::byte> RecordValue(Stamp stamp, std::span<const std::byte> record) {
-  const auto stampBytes = std::as_bytes(std::span(&stamp, 1));
-  std::vector<std::byte> value(stampBytes.begin(), stampBytes.end());
-  value.reserve(value.size() + record.size() / 4);
-  for (Place done = record.begin(); true;) {
-    const Place piece = EndOfZeros(done, record.end());
-    if (piece == record.end()) return value;
-    for (; Distance(done, piece) > Longest; done += Longest) {
-      AppendPiece(Longest, done, done, value);
-    }
-    Place end = EndOfPiece(piece, record.end());
-    if (Distance(piece, end) > Longest) end = piece + Longest;
-    AppendPiece(Distance(done, piece), piece, end, value);
-    done = end;
+/// Fills `record` from pieces that fit.
+void Unpack(std::span<const std::byte> packed, std::span<std::byte> record) {
+  auto to = record.begin();
+  auto from = packed.begin();
+  while (from != packed.end()) {
+    PieceHead head;
+    std::memcpy(&head, &*from, sizeof head);
+    from += sizeof head;
+    to = std::fill_n(to, head.zeros, std::byte{0});
+    to = std::copy_n(from, head.bytes, to);
+    from += head.bytes;
   }
+  std::fill(to, record.end(), std::byte{0});
 }
 
-bool ReadRecordValue(std::span<const std::byte> value, Stamp& stamp, std::span<std::byte> record) {
-  if (value.size() < sizeof stamp) return false;
-  const auto pieces = value.subspan(sizeof stamp);
-  if (!EachPiece(pieces, record.size(), [](std::size_t, std::span<const std::byte>) {})) {
-    return false;
-  }
-  std::memcpy(&stamp, value.data(), sizeof stamp);
-  std::ranges::fill(record, std::byte{0});
-  return EachPiece(pieces, record.size(), [&](std::size_t place, std::span<const std::byte> bytes) {
-    std::memcpy(record.data() + place, bytes.data(), bytes.size());
-  });
+/// What stands ahead of the pieces. The checksum is of all that is behind it.
+struct ValueHead {
+  std::uint32_t checksum;
+  std::array<std::byte, sizeof(Stamp)> stamp;
+};
+static_assert(sizeof(ValueHead) == sizeof(std::uint32_t) + sizeof(Stamp));
+
+std::uint32_t ChecksumOf(RecordNumber number, std::span<const std::byte> value) {
+  return static_cast<std::uint32_t>(Checksum(value.subspan(sizeof(std::uint32_t)), number));
+}
+
+}  // namespace
+
+std::vector<std::byte> RecordValue(RecordNumber number, Stamp stamp,
+                                   std::span<const std::byte> record) {
+  std::vector<std::byte> value(sizeof(ValueHead));
+  value.reserve(value.size() + record.size() / 4);
+  std::memcpy(value.data() + offsetof(ValueHead, stamp), &stamp, sizeof stamp);
+  Pack(record, value);
+  const std::uint32_t checksum = ChecksumOf(number, value);
+  std::memcpy(value.data(), &checksum, sizeof checksum);
+  return value;
+}
+
+bool ReadRecordValue(RecordNumber number, std::span<const std::byte> value, Stamp& stamp,
+                     std::span<std::byte> record) {
+  ValueHead head;
+  if (value.size() < sizeof head) return false;
+  std::memcpy(&head, value.data(), sizeof head);
+  const auto pieces = value.subspan(sizeof head);
+  if (head.checksum != ChecksumOf(number, value) || !PiecesFit(pieces, record.size())) return false;
+  std::memcpy(&stamp, head.stamp.data(), sizeof stamp);
+  Unpack(pieces, record);
+  return true;
 }
 
 }  // namespace larkmoor::store::lmdb

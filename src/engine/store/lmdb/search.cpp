@@ -8,9 +8,7 @@ KeptCursor::~KeptCursor() {
 
 Cursor::Cursor(KeptCursor& kept, const Reading& reading) : transaction_(reading.Transaction()) {
   if (reading.InBatch()) {
-    // The object moves on without the kept cursor; a dropped batch leaves the state that it stood
-    // in.
-    kept.stands_ = false;
+    kept.Leave();  // a dropped batch leaves the state that it stood in
     failure_ = mdb_cursor_open(reading.Transaction(), reading.Tree(), &cursor_);
     return;
   }
@@ -18,7 +16,7 @@ Cursor::Cursor(KeptCursor& kept, const Reading& reading) : transaction_(reading.
   if (kept.cursor_ == nullptr) {
     failure_ = mdb_cursor_open(reading.Transaction(), reading.Tree(), &kept.cursor_);
     kept.stands_ = false;
-  } else if (kept.state_ != reading.State()) {
+  } else if (kept.state_ != reading.State() || reading.State() == UnknownState) {
     failure_ = mdb_cursor_renew(reading.Transaction(), kept.cursor_);
     kept.stands_ = false;
   }

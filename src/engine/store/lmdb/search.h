@@ -16,10 +16,13 @@ class KeptCursor {
   KeptCursor(const KeptCursor&) = delete;
   KeptCursor& operator=(const KeptCursor&) = delete;
 
+  /// The object went on without it.
+  void Leave() { stands_ = false; }
+
  private:
   friend class Cursor;
   MDB_cursor* cursor_ = nullptr;
-  std::size_t state_ = 0;
+  std::size_t state_ = UnknownState;
   bool stands_ = false;
 };
 

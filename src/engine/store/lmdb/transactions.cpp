@@ -76,16 +76,13 @@ std::unique_ptr<Batch> BeginThreadBatch() { return std::make_unique<BatchHandle>
 
 namespace {
 
-/// Commits. LMDB tells a write that the disk cut short as a plain I/O failure.
+/// Commits. LMDB tells a write that the disk, a quota or a limit cut short as a plain I/O failure.
 Status Commit(MDB_txn* transaction, Environment& environment) {
-  constexpr std::uintmax_t NoRoom = std::uintmax_t{64} << 10;
+  environment.File().LockCommitting();
   const int code = mdb_txn_commit(transaction);
-  environment.NoteWrite();
-  if (code == MDB_SUCCESS) environment.Reach();
-  if (code != EIO) return StatusOf(code);
-  std::error_code unknown;
-  const auto space = std::filesystem::space(environment.Folder(), unknown);
-  return !unknown && space.available < NoRoom ? StatusDiskFull : StatusIOError;
+  environment.NoteCommit();
+  environment.File().UnlockCommitting();
+  return code == EIO && !environment.File().CanGrow() ? StatusDiskFull : StatusOf(code);
 }
 
 }  // namespace
@@ -126,8 +123,9 @@ Status ThreadBatch::End(bool commit) {
       result = Commit(transaction, view->Env());
     } else {
       mdb_txn_abort(transaction);
+      view->Env().NoteState();  // a long one may have written pages already
     }
-    view->Env().File().UnlockWriting();
+    view->NoteOwnWrite();
   }
   views_.clear();
   for (const Folder& folder : folders_) close(folder.descriptor);
@@ -154,24 +152,50 @@ Status ThreadView::Of(const std::filesystem::path& path, std::shared_ptr<ThreadV
   return StatusSuccess;
 }
 
+Status ThreadView::BeginRead() {
+  if (!Env().BeginPlainRead()) return StatusIOError;
+  const int code = read_ != nullptr ? mdb_txn_renew(read_)
+                                    : mdb_txn_begin(Env().Handle(), nullptr, MDB_RDONLY, &read_);
+  if (code != MDB_SUCCESS) {
+    Env().EndPlainRead();
+    return StatusOf(code);
+  }
+  // LMDB takes the number of the last commit first, and then what the file holds as of that number
+  // from a page that the next commit but one writes over. Who is held up in between reads the state
+  // of a later commit under the number of an earlier one.
+  const std::size_t number = mdb_txn_id(read_);
+  state_ = number == Env().LastCommit() ? number : UnknownState;
+  return StatusSuccess;
+}
+
+void ThreadView::EndRead() {
+  mdb_txn_reset(read_);
+  Env().EndPlainRead();
+}
+
+void ThreadView::NoteOwnWrite() {
+  if (!steady_) return;
+  EndRead();
+  steady_ = BeginRead() == StatusSuccess;
+}
+
 Reading::Reading(ThreadView& view) : view_(view), transaction_(view.batch_) {
   if (transaction_ != nullptr) return;
-  if (!view_.Env().Writable() && !view_.Env().File().LockReading()) {
-    failure_ = StatusIOError;
-    return;
-  }
-  MDB_env* environment = view_.Env().Handle();
-  const int code = view_.read_ != nullptr
-                       ? mdb_txn_renew(view_.read_)
-                       : mdb_txn_begin(environment, nullptr, MDB_RDONLY, &view_.read_);
-  failure_ = StatusOf(code);
-  if (code == MDB_SUCCESS) transaction_ = view_.read_;
+  own_ = !view_.steady_;
+  if (own_) failure_ = view_.BeginRead();
+  if (failure_ == StatusSuccess) transaction_ = view_.read_;
 }
 
 Reading::~Reading() {
-  if (transaction_ != nullptr && transaction_ == view_.batch_) return;
-  if (transaction_ != nullptr) mdb_txn_reset(transaction_);
-  if (!view_.Env().Writable()) view_.Env().File().UnlockWriting();
+  if (own_ && transaction_ != nullptr) view_.EndRead();
+}
+
+Steady::Steady(std::shared_ptr<ThreadView> view) : view_(std::move(view)), own_(!view_->steady_) {
+  if (own_) view_->steady_ = view_->BeginRead() == StatusSuccess;
+}
+
+Steady::~Steady() {
+  if (own_ && std::exchange(view_->steady_, false)) view_->EndRead();
 }
 
 Writing::Writing(ThreadView& view) : view_(view) {
@@ -190,24 +214,24 @@ Writing::Writing(ThreadView& view) : view_(view) {
   int dead = 0;
   mdb_reader_check(view_.Env().Handle(), &dead);
   failure_ = StatusOf(mdb_txn_begin(view_.Env().Handle(), nullptr, 0, &transaction_));
-  if (failure_ == StatusSuccess) view_.Env().File().LockWriting();
+  // Those who read without a place in the readers' table may be at the pages that the last commit
+  // set free.
+  view_.Env().File().LockCommitting();
+  view_.Env().File().UnlockCommitting();
   if (!own_) view_.batch_ = transaction_;
 }
 
 Writing::~Writing() {
-  if (own_ && transaction_ != nullptr) {
-    mdb_txn_abort(transaction_);
-    view_.Env().File().UnlockWriting();
-  }
+  if (own_ && transaction_ != nullptr) mdb_txn_abort(transaction_);
 }
 
 Status Writing::Finish(int code) {
-  Status status = StatusOf(code);
+  const Status status = StatusOf(code);
   if (!own_) return view_.batchFailure_ = status;
   if (status != StatusSuccess) return status;
-  status = Commit(std::exchange(transaction_, nullptr), view_.Env());
-  view_.Env().File().UnlockWriting();
-  return status;
+  const Status committed = Commit(std::exchange(transaction_, nullptr), view_.Env());
+  view_.NoteOwnWrite();
+  return committed;
 }
 
 }  // namespace larkmoor::store::lmdb

@@ -17,7 +17,7 @@ class Verifier {
         file_(file),
         findings_(findings),
         progress_(progress),
-        counters_(ReadCounters(reading.Transaction(), reading.Tree())),
+        counters_(ReadCounters(reading.Transaction(), reading.Tree()).value_or(Counters())),
         total_(static_cast<std::int64_t>(counters_.records * (file.keys.size() + 1))) {}
 
   Status Run() {
@@ -39,17 +39,18 @@ class Verifier {
  private:
   void Found(const std::string& text) { findings_.push_back(text); }
 
-  bool TakeRecord(std::span<const std::byte> value) {
+  bool TakeRecord(RecordNumber number, std::span<const std::byte> value) {
     Stamp stamp;
     record_.resize(file_.recordLength);
-    return ReadRecordValue(value, stamp, record_);
+    return ReadRecordValue(number, value, stamp, record_);
   }
 
   void CheckRecord(RecordNumber number, const MDB_val& value) {
     ++records_;
     const std::string name = "record " + std::to_string(number);
     if (number >= counters_.next) Found(name + ": its number was never given");
-    if (!TakeRecord(BytesOf(value))) return Found(name + ": is not one of the file's records");
+    if (!TakeRecord(number, BytesOf(value)))
+      return Found(name + ": its bytes are not those that were written");
     for (const KeyDescription& key : file_.keys) {
       const EntryKey entry = EntryKey::OfKey(key.number, EncodeKeyOf(key, record_), number);
       if (!ReadEntry(reading_.Transaction(), reading_.Tree(), entry)) {
@@ -73,7 +74,7 @@ class Verifier {
     const auto stored =
         ReadEntry(reading_.Transaction(), reading_.Tree(), EntryKey::OfRecord(number));
     if (!stored) return Found(name + ": the entry has no record");
-    if (!TakeRecord(std::as_bytes(std::span(*stored)))) return;  // told with the record
+    if (!TakeRecord(number, std::as_bytes(std::span(*stored)))) return;  // told with the record
     if (!(EntryKey::OfKey(key.number, EncodeKeyOf(key, record_), number) == entry)) {
       Found(name + ": the entry is not that of the record");
     }

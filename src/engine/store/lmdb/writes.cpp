@@ -4,8 +4,10 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <string>
 
 #include "engine/store/lmdb/record_value.h"
+#include "engine/store/lmdb/seal.h"
 
 namespace larkmoor::store::lmdb {
 namespace {
@@ -71,7 +73,7 @@ int PutRecord(const Writing& writing, RecordNumber number, Stamp stamp,
               std::span<const std::byte> record) {
   const EntryKey entry = EntryKey::OfRecord(number);
   MDB_val key = entry.Value();
-  std::vector<std::byte> bytes = RecordValue(stamp, record);
+  std::vector<std::byte> bytes = RecordValue(number, stamp, record);
   MDB_val value{bytes.size(), bytes.data()};
   return mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0);
 }
@@ -79,21 +81,20 @@ int PutRecord(const Writing& writing, RecordNumber number, Stamp stamp,
 int PutCounters(const Writing& writing, const Counters& counters) {
   const EntryKey name = EntryKey::OfCounters();
   MDB_val key = name.Value();
-  MDB_val value{sizeof counters, const_cast<Counters*>(&counters)};
+  std::string bytes = ToBytes(counters);
+  MDB_val value{bytes.size(), bytes.data()};
   return mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0);
 }
 
-int PutKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& encoded,
-           RecordNumber number) {
-  const EntryKey entry = EntryKey::OfKey(keyNumber, encoded, number);
+int PutKey(const Writing& writing, const EntryKey& entry, Counters& counters) {
+  counters.keyEntries += Checksum(entry.Bytes());
   MDB_val key = entry.Value();
   MDB_val value{0, nullptr};
   return mdb_put(writing.Transaction(), writing.Tree(), &key, &value, 0);
 }
 
-int RemoveKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& encoded,
-              RecordNumber number) {
-  const EntryKey entry = EntryKey::OfKey(keyNumber, encoded, number);
+int RemoveKey(const Writing& writing, const EntryKey& entry, Counters& counters) {
+  counters.keyEntries -= Checksum(entry.Bytes());
   MDB_val key = entry.Value();
   return mdb_del(writing.Transaction(), writing.Tree(), &key, nullptr);
 }

@@ -26,14 +26,12 @@ bool HasKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& ke
 /// used up.
 std::int64_t NextNumber(const Writing& writing, const KeyDescription& key);
 
-// Each answers LMDB's code.
+// Each answers LMDB's code. The entries of keys are summed up in the counters.
 int PutRecord(const Writing& writing, RecordNumber number, Stamp stamp,
               std::span<const std::byte> record);
 int PutCounters(const Writing& writing, const Counters& counters);
-int PutKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& key,
-           RecordNumber number);
-int RemoveKey(const Writing& writing, std::int16_t keyNumber, const EncodedKey& key,
-              RecordNumber number);
+int PutKey(const Writing& writing, const EntryKey& entry, Counters& counters);
+int RemoveKey(const Writing& writing, const EntryKey& entry, Counters& counters);
 int RemoveRecord(const Writing& writing, RecordNumber number);
 
 }  // namespace larkmoor::store::lmdb

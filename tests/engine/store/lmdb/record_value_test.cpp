@@ -13,7 +13,10 @@ namespace {
 
 using Record = std::vector<std::byte>;
 
+constexpr RecordNumber SomeNumber = 12;
 constexpr Stamp SomeStamp = 0x0123456789ABCDEF;
+/// What an entry has ahead of its pieces.
+constexpr std::size_t Head = sizeof(std::uint32_t) + sizeof(Stamp);
 
 Record Filled(std::size_t size, std::size_t from, std::size_t count) {
   Record record(size);
@@ -24,7 +27,7 @@ Record Filled(std::size_t size, std::size_t from, std::size_t count) {
 Record ThroughEntry(const Record& record) {
   Record read(record.size(), std::byte{0xAA});
   Stamp stamp = 0;
-  EXPECT_TRUE(ReadRecordValue(RecordValue(SomeStamp, record), stamp, read));
+  EXPECT_TRUE(ReadRecordValue(SomeNumber, RecordValue(SomeNumber, SomeStamp, record), stamp, read));
   EXPECT_EQ(stamp, SomeStamp);
   return read;
 }
@@ -53,27 +56,45 @@ TEST(RecordValue, GivesBackWhateverTheZeroBytes) {
 }
 
 TEST(RecordValue, LeavesLongRunsOfZeroBytesOut) {
-  EXPECT_EQ(RecordValue(SomeStamp, Record(5000)).size(), sizeof(Stamp));
-  EXPECT_LT(RecordValue(SomeStamp, Filled(5000, 2000, 40)).size(), sizeof(Stamp) + 40 + 16);
+  EXPECT_EQ(RecordValue(SomeNumber, SomeStamp, Record(5000)).size(), Head);
+  EXPECT_LT(RecordValue(SomeNumber, SomeStamp, Filled(5000, 2000, 40)).size(), Head + 40 + 16);
 }
 
-TEST(RecordValue, RefusesPiecesThatDoNotAddUpAndChangesNothing) {
-  const Record written = Filled(64, 20, 10);
-  const Record value = RecordValue(SomeStamp, written);
-  for (std::size_t size = 0; size < value.size(); ++size) {
-    if (size == sizeof(Stamp)) continue;  // a blank record
-    Record read(written.size(), std::byte{0xAA});
+class RefusedValue : public testing::Test {
+ protected:
+  void ExpectRefused(std::span<const std::byte> value, RecordNumber number = SomeNumber) {
+    Record read(written_.size(), std::byte{0xAA});
     Stamp stamp = 1;
-    EXPECT_FALSE(ReadRecordValue(std::span(value).first(size), stamp, read)) << size;
+    EXPECT_FALSE(ReadRecordValue(number, value, stamp, read));
     EXPECT_EQ(stamp, 1U);
-    EXPECT_EQ(read, Record(written.size(), std::byte{0xAA}));
+    EXPECT_EQ(read, Record(written_.size(), std::byte{0xAA}));
+  }
+
+  const Record written_ = Filled(64, 20, 10);
+  Record value_ = RecordValue(SomeNumber, SomeStamp, written_);
+};
+
+TEST_F(RefusedValue, IsOneThatWasCutShortAndNothingChanges) {
+  for (std::size_t size = 0; size < value_.size(); ++size) {
+    ExpectRefused(std::span(value_).first(size));
   }
 }
+
+TEST_F(RefusedValue, IsOneOfWhichAnyByteChanged) {
+  for (std::byte& each : value_) {
+    each ^= std::byte{0x10};
+    ExpectRefused(value_);
+    each ^= std::byte{0x10};
+  }
+}
+
+TEST_F(RefusedValue, IsThatOfAnotherRecord) { ExpectRefused(value_, SomeNumber + 1); }
 
 TEST(RecordValue, RefusesPiecesBeyondTheRecord) {
   Record read(29, std::byte{0xAA});
   Stamp stamp = 1;
-  EXPECT_FALSE(ReadRecordValue(RecordValue(SomeStamp, Filled(64, 20, 10)), stamp, read));
+  EXPECT_FALSE(ReadRecordValue(SomeNumber, RecordValue(SomeNumber, SomeStamp, Filled(64, 20, 10)),
+                               stamp, read));
   EXPECT_EQ(read, Record(29, std::byte{0xAA}));
 }
 
