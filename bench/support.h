@@ -1,9 +1,9 @@
 // What all benchmarks stand on: folders that go away, a company in one, checks.
 #pragma once
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -13,12 +13,10 @@
 
 namespace larkmoor::bench {
 
-/// Ends the program where something that was to be measured did not work. It ends as programs do,
-/// so that its folders go away too.
+/// Ends the run where something that was to be measured did not work: `main` tells what, and all
+/// folders go away on the way there.
 inline void Check(bool good, const char* what) {
-  if (good) return;
-  std::fprintf(stderr, "This failed: %s\n", what);
-  std::exit(EXIT_FAILURE);
+  if (!good) throw std::runtime_error(what);
 }
 
 /// Where files lie on a disk, so that a commit costs what it costs: the folder that TMPDIR names.
@@ -64,9 +62,9 @@ class Company {
     Check(connection.Connect(Path().string()) == StatusSuccess, "connect");
   }
 
- private:
   [[nodiscard]] std::filesystem::path Path() const { return folder_.Path() / "company"; }
 
+ private:
   Folder folder_;
 };
 

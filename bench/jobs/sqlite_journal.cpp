@@ -1,15 +1,12 @@
-#include "sqlite_journal.h"
+#include "jobs/sqlite_journal.h"
 
 #include <string>
 
 namespace larkmoor::bench {
 namespace {
 
+constexpr const char* DatabaseName = "journal.db";
 constexpr const char* Schema = R"(
-  PRAGMA journal_mode = WAL;
-  PRAGMA synchronous = NORMAL;
-  PRAGMA mmap_size = 4294967296;
-  PRAGMA cache_size = -65536;
   CREATE TABLE header (
     id             INTEGER PRIMARY KEY,
     journal        INTEGER NOT NULL,
@@ -67,50 +64,31 @@ constexpr std::string_view RowsQuery =
     "SELECT description, quantity, amount FROM line WHERE header = ? ORDER BY number";
 constexpr std::string_view HeaderInsert =
     "INSERT INTO header VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
+/// The columns that the library is asked for, under its names.
+constexpr std::string_view ExportQuery =
+    "SELECT reference, date(h.date + 2415018.5), party_name, h.amount, description, quantity, "
+    "unit_price, l.amount FROM header h JOIN line l ON l.header = h.id ORDER BY h.id, number";
 constexpr std::string_view LineInsert = "INSERT INTO line VALUES (?,?,?,?,?,?,?,?,?,?,?)";
 
 }  // namespace
 
-Statement::Statement(sqlite3* database, std::string_view text) {
-  const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()),
-                                      SQLITE_PREPARE_PERSISTENT, &handle_, nullptr);
-  Check(code == SQLITE_OK, "prepare");
-}
-
-bool Statement::Step() {
-  const int code = sqlite3_step(handle_);
-  if (code == SQLITE_ROW) return true;
-  Check(code == SQLITE_DONE, "step");
-  sqlite3_reset(handle_);
-  return false;
-}
-
-std::string_view Statement::Text(int column) {
-  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
-  return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_, column))};
-}
-
-void Statement::Bind(int place, std::string_view value) {
-  sqlite3_bind_text(handle_, place, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
-}
-
-SqliteTransactions::Database::Database(const std::filesystem::path& path) {
-  constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-  Check(sqlite3_open_v2(path.c_str(), &handle_, Flags, nullptr) == SQLITE_OK, "database");
+SqliteTransactions::Tables::Tables(const std::filesystem::path& path, Synchronous synchronous)
+    : Database(path, synchronous) {
   Run(Schema);
 }
 
-SqliteTransactions::SqliteTransactions(const std::filesystem::path& place, std::int16_t journal)
+SqliteTransactions::SqliteTransactions(const std::filesystem::path& place, std::int16_t journal,
+                                       Synchronous synchronous)
     : journal_(journal),
       folder_(place),
-      database_(folder_.Path() / "journal.db"),
-      walk_(database_.Handle(), WalkQuery),
-      next_(database_.Handle(), NextQuery),
-      findReference_(database_.Handle(), FindReferenceQuery),
-      findNumber_(database_.Handle(), FindNumberQuery),
-      rows_(database_.Handle(), RowsQuery),
-      insertHeader_(database_.Handle(), HeaderInsert),
-      insertRow_(database_.Handle(), LineInsert) {}
+      database_(folder_.Path() / DatabaseName, synchronous),
+      walk_(database_, WalkQuery),
+      next_(database_, NextQuery),
+      findReference_(database_, FindReferenceQuery),
+      findNumber_(database_, FindNumberQuery),
+      rows_(database_, RowsQuery),
+      insertHeader_(database_, HeaderInsert),
+      insertRow_(database_, LineInsert) {}
 
 Totals SqliteTransactions::Walk() {
   Totals totals;
@@ -151,7 +129,13 @@ void SqliteTransactions::AddTo(Totals& totals, Statement& header) {
   while (rows_.Step()) totals.AddRow(rows_.Text(0), rows_.Real(1), rows_.Real(2));
 }
 
-void SqliteTransactions::Insert(const Transaction& from) {
+void SqliteTransactions::Insert(const Transaction& transaction) {
+  database_.Run("BEGIN");
+  Add(transaction);
+  database_.Run("COMMIT");
+}
+
+void SqliteTransactions::Add(const Transaction& from) {
   constexpr std::int32_t Posted = 1;
   insertHeader_.Run(from.number, journal_, std::int32_t{from.period}, from.number, from.reference,
                     from.purchaseOrder, from.party, from.partyName, from.shipName, from.street,
@@ -167,8 +151,13 @@ void SqliteTransactions::Insert(const Transaction& from) {
 
 void SqliteTransactions::Load(std::span<const Transaction> transactions) {
   database_.Run("BEGIN");
-  for (const Transaction& each : transactions) Insert(each);
+  for (const Transaction& each : transactions) Add(each);
   database_.Run("COMMIT");
+}
+
+std::string SqliteTransactions::ExportTo(const std::filesystem::path& file) const {
+  return "sqlite3 -csv -header " + (folder_.Path() / DatabaseName).string() + " \"" +
+         std::string(ExportQuery) + "\" > " + file.string();
 }
 
 }  // namespace larkmoor::bench

@@ -2,44 +2,16 @@
 // its own, entry for entry with the same keys.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <span>
 #include <string_view>
 
 #include <lmdb.h>
 
-#include "engine/record_description.h"
-
 namespace larkmoor::bench {
-
-// Fields of a record.
-
-template <typename T>
-T GetField(std::span<const std::byte> record, const Field& field) {
-  T value;
-  std::memcpy(&value, record.data() + field.offset, sizeof value);
-  return value;
-}
-
-inline std::string_view GetTextField(std::span<const std::byte> record, const Field& field) {
-  const auto* text = reinterpret_cast<const char*>(record.data()) + field.offset;
-  return {text, strnlen(text, field.width)};
-}
-
-template <typename T>
-void PutField(std::span<std::byte> record, const Field& field, T value) {
-  std::memcpy(record.data() + field.offset, &value, sizeof value);
-}
-
-inline void PutTextField(std::span<std::byte> record, const Field& field, std::string_view value) {
-  std::memcpy(record.data() + field.offset, value.data(),
-              std::min<std::size_t>(value.size(), field.width));
-}
 
 /// How records lie in their entries.
 enum class Form {
@@ -52,10 +24,15 @@ class LmdbKey {
  public:
   /// A record.
   static LmdbKey OfRecord(std::uint64_t number) { return LmdbKey(RecordPrefix).Number(number); }
-  /// Behind all records.
+  /// What all records begin with, and what is behind them.
+  static LmdbKey OfRecords() { return LmdbKey(RecordPrefix); }
   static LmdbKey BehindRecords() { return LmdbKey(RecordPrefix + 1); }
   /// An entry of a key path, or with fewer pieces where a part of the path starts.
   static LmdbKey OfPath(int path) { return LmdbKey(KeyPrefix + path); }
+
+  /// An entry's own.
+  static LmdbKey CopyOf(const MDB_val& entry);
+  LmdbKey() = default;
 
   LmdbKey& Byte(std::uint8_t value) { return Append(value); }
   LmdbKey& Integer(std::int16_t value) {
@@ -65,9 +42,11 @@ class LmdbKey {
     return Append(static_cast<std::uint32_t>(value) ^ 0x8000'0000U);
   }
   LmdbKey& Text(std::string_view value);
+  LmdbKey& Bytes(std::span<const std::byte> value);
   LmdbKey& Number(std::uint64_t value) { return Append(value); }
 
   [[nodiscard]] MDB_val Value() const { return {size_, const_cast<unsigned char*>(bytes_.data())}; }
+  [[nodiscard]] bool operator==(const LmdbKey& other) const;
   /// Whether the key of an entry begins with these bytes.
   [[nodiscard]] bool Begins(const MDB_val& entry) const;
 
@@ -100,17 +79,36 @@ class LmdbFile {
   // Reading, between `Begin` and `End`, in one state of the file.
   void Begin();
   void End() { mdb_txn_reset(read_); }
-  /// Goes to the first entry at or above `from`, or to the next one. False where it does not begin
-  /// with `path`.
+
+  // Each goes to an entry of the path, and is false where there is none.
+
+  /// To the first one at or above `from`.
   bool Find(const LmdbKey& from, const LmdbKey& path);
+  /// To the last one below `behind`.
+  bool FindBelow(const LmdbKey& behind, const LmdbKey& path);
   bool Next(const LmdbKey& path);
+  bool Previous(const LmdbKey& path);
+
   /// Copies the record of the entry.
   void Read(std::span<std::byte> record);
+  /// The entry's key, for coming back to it.
+  [[nodiscard]] LmdbKey Place() const { return LmdbKey::CopyOf(entry_); }
+  /// Copies the first record at or above `number`, or the one behind the last read this way. False
+  /// where there is none.
+  bool ReadFrom(std::uint64_t number, std::span<std::byte> record);
+  bool ReadNext(std::span<std::byte> record);
+  /// The number of the record that was copied last.
+  [[nodiscard]] std::uint64_t Number() const { return number_; }
+
+  /// All entries, those of records and those of keys.
+  [[nodiscard]] std::size_t Entries() const;
 
  private:
   friend class LmdbWrite;
 
-  MDB_val Value();
+  bool Move(MDB_cursor_op operation, const LmdbKey& path);
+  bool ReadStep(MDB_cursor_op operation, MDB_val entry, std::span<std::byte> record);
+  void Unpack(std::uint64_t number, const MDB_val& value, std::span<std::byte> record) const;
 
   Form form_;
   MDB_env* env_ = nullptr;
@@ -119,6 +117,7 @@ class LmdbFile {
   MDB_cursor* keys_ = nullptr;
   MDB_cursor* records_ = nullptr;
   MDB_val entry_{};
+  std::uint64_t number_ = 0;
 };
 
 /// What is written to a file in one commit.
@@ -130,18 +129,30 @@ class LmdbWrite {
   LmdbWrite& operator=(const LmdbWrite&) = delete;
 
   [[nodiscard]] bool Has(const LmdbKey& path) const;
-  /// Adds a record; the keys that are added next lead to it.
+
+  /// Adds a record behind all others, and makes it the one that the calls below are about.
   void Add(std::span<const std::byte> record);
+  /// Makes a record of the file the one that the calls below are about.
+  void Take(std::uint64_t number) { number_ = number; }
+  /// Makes the last record that one, and copies it.
+  void TakeLast(std::span<std::byte> record);
+
+  void Replace(std::span<const std::byte> record);
+  void Remove() { Remove(LmdbKey::OfRecord(number_)); }
   void AddKey(LmdbKey& key) { Put(key.Number(number_), {}); }
+  void RemoveKey(LmdbKey& key) { Remove(key.Number(number_)); }
+
   void Commit();
 
  private:
-  void Put(const LmdbKey& key, std::span<const std::byte> value);
   [[nodiscard]] std::uint64_t LastRecord() const;
+  void Put(const LmdbKey& key, std::span<const std::byte> value);
+  void Remove(const LmdbKey& key);
 
   LmdbFile& file_;
   MDB_txn* txn_ = nullptr;
   std::uint64_t number_ = 0;
+  std::uint64_t last_ = 0;  // 0 until it is looked for
 };
 
 }  // namespace larkmoor::bench

@@ -1,4 +1,4 @@
-#include "larkmoor_journal.h"
+#include "jobs/larkmoor_journal.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -190,6 +190,14 @@ void LarkmoorJournal<Book>::Load(std::span<const Transaction> transactions) {
   BulkWrite bulk;
   for (const Transaction& each : transactions) Insert(each);
   Check(bulk.Commit() == StatusSuccess, "commit");
+}
+
+template <typename Book>
+std::string LarkmoorJournal<Book>::ExportTo(const std::filesystem::path& file) const {
+  return LARKMOOR_CLI " export " + company_.Path().string() +
+         " SalesJournal --fields InvoiceNumber,TrxDate,CustomerName,ARAmount,DetailDescription,"
+         "DetailQuantity,DetailUnitPrice,DetailAmount --output " +
+         file.string();
 }
 
 template class LarkmoorJournal<Sales>;

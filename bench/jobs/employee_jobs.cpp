@@ -1,11 +1,6 @@
 // What reading an employee's payroll costs above the store it stands on: `GetForIndex` and ten
-// payroll fields on data of release 19, and bare LMDB reading the same rows by the same keys. See
-// docs/performance.md.
-//
-//     build/release/bench/larkmoor_bench --benchmark_filter=Payroll --benchmark_repetitions=5
-//     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only
-//
-// Compare the medians; the machine matters less then. All files lie in memory.
+// payroll fields on data of release 19, and bare LMDB reading the same rows by the same keys. All
+// files lie in memory.
 
 #include <algorithm>
 #include <cstddef>
@@ -15,6 +10,7 @@
 #include <random>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -22,11 +18,13 @@
 #include <larkmoor/bulk_write.h>
 #include <larkmoor/masters/employee.h>
 
+#include "data/record_images.h"
 #include "engine/records/employee.h"
 #include "engine/records/employee_aux1.h"
 #include "engine/records/employee_aux6.h"
 #include "engine/tovrin_file_names.h"
-#include "lmdb_file.h"
+#include "jobs/jobs.h"
+#include "peers/lmdb_file.h"
 #include "support.h"
 #include "tables/record_file.h"
 
@@ -57,6 +55,8 @@ double ExpectedSum(std::int32_t employee) {
 /// A company, read through the public class.
 class LarkmoorEmployees {
  public:
+  static constexpr std::string_view Name = "larkmoor";
+
   LarkmoorEmployees() : company_(InMemory()) {
     company_.Connect();
     BulkWrite bulk;
@@ -135,6 +135,8 @@ class LmdbRecords {
 template <Form TheForm>
 class LmdbEmployees {
  public:
+  static constexpr std::string_view Name = TheForm == Form::Plain ? "lmdb" : "packed_lmdb";
+
   LmdbEmployees() {
     FillEmployees();
     FillFields();
@@ -240,9 +242,17 @@ void Payroll(benchmark::State& state) {
   }
 }
 
-BENCHMARK_TEMPLATE(Payroll, LarkmoorEmployees);
-BENCHMARK_TEMPLATE(Payroll, PlainLmdbEmployees);
-BENCHMARK_TEMPLATE(Payroll, PackedLmdbEmployees);
+template <typename Store>
+void RegisterPayroll() {
+  RegisterJob<Store>("payroll", EmployeesOnFile, Payroll<Store>);
+}
 
 }  // namespace
+
+void RegisterEmployees() {
+  RegisterPayroll<LarkmoorEmployees>();
+  RegisterPayroll<PlainLmdbEmployees>();
+  RegisterPayroll<PackedLmdbEmployees>();
+}
+
 }  // namespace larkmoor::bench

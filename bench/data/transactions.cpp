@@ -1,4 +1,4 @@
-#include "transactions.h"
+#include "data/transactions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@ namespace larkmoor::bench {
 namespace {
 
 constexpr std::int32_t Parties = 5000;
-constexpr std::int32_t TransactionsADay = 137;
+constexpr std::int32_t TransactionsADay = 55;
 constexpr std::int32_t DaysInPeriod = 30;
 constexpr std::int32_t LastPeriod = 41;
 constexpr double FirstDay = 45292;  // 1 January 2024

@@ -7,12 +7,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string_view>
 #include <vector>
 
+#include "data/record_images.h"
+#include "data/transactions.h"
 #include "engine/record_description.h"
-#include "lmdb_file.h"
+#include "peers/lmdb_file.h"
 #include "support.h"
-#include "transactions.h"
 
 namespace larkmoor::bench {
 
@@ -27,8 +29,6 @@ class LmdbTransactions {
   void Load(std::span<const Transaction> transactions);
 
  private:
-  static constexpr std::size_t HeaderSize = 5670;
-  static constexpr std::size_t RowSize = 514;
   using RowImage = std::array<std::byte, RowSize>;
 
   /// Reads the transaction whose header the key cursor stands on.
@@ -51,6 +51,7 @@ class LmdbTransactions {
 template <typename Book>
 class LmdbJournal : public LmdbTransactions {
  public:
+  static constexpr std::string_view Name = "lmdb";
   explicit LmdbJournal(const std::filesystem::path& place)
       : LmdbTransactions(place, Book::Code, Form::Plain) {}
 };
@@ -58,6 +59,7 @@ class LmdbJournal : public LmdbTransactions {
 template <typename Book>
 class PackedLmdbJournal : public LmdbTransactions {
  public:
+  static constexpr std::string_view Name = "packed_lmdb";
   explicit PackedLmdbJournal(const std::filesystem::path& place)
       : LmdbTransactions(place, Book::Code, Form::Packed) {}
 };

@@ -68,6 +68,7 @@ struct Transaction {
 
 /// Invoices: four lines of goods and one of sales tax.
 struct Sales {
+  static constexpr const char* Name = "sales";
   using Journal = SalesJournal;
   static constexpr std::int16_t Code = 3;
   static constexpr bool FoundByReference = true;
@@ -76,6 +77,7 @@ struct Sales {
 
 /// Bills: four lines of goods and one of freight.
 struct Purchases {
+  static constexpr const char* Name = "purchases";
   using Journal = PurchaseJournal;
   static constexpr std::int16_t Code = 4;
   static constexpr bool FoundByReference = true;
@@ -84,6 +86,7 @@ struct Purchases {
 
 /// Paychecks: the wages and four deductions, each a pay row.
 struct Paychecks {
+  static constexpr const char* Name = "paychecks";
   using Journal = PayrollJournal;
   static constexpr std::int16_t Code = 5;
   static constexpr bool FoundByReference = false;
