@@ -95,6 +95,8 @@ char LowerAscii(char letter) {
 }  // namespace
 
 std::string ToWindows1252(std::string_view utf8) {
+  // Most texts are ASCII, and are the same in both.
+  if (IsAscii(utf8)) return std::string(utf8);
   std::string bytes;
   bytes.reserve(utf8.size());
   while (!utf8.empty()) bytes.push_back(ByteOf(TakeCharacter(utf8)).value_or('?'));
@@ -102,7 +104,6 @@ std::string ToWindows1252(std::string_view utf8) {
 }
 
 std::string FromWindows1252(std::string_view bytes) {
-  // Most texts are ASCII, and are the same in both.
   if (IsAscii(bytes)) return std::string(bytes);
   std::string utf8;
   utf8.reserve(bytes.size());

@@ -239,6 +239,15 @@ Status LmdbFile::Claim() {
   return writing.Failure();
 }
 
+const KeySpread& LmdbFile::SpreadOf(const Reading& reading, const KeyDescription& key) {
+  const std::size_t state = reading.State();
+  if (state == UnknownState || !spread_ || spread_->keyNumber != key.number ||
+      spread_->state != state) {
+    spread_ = {KeySpread(reading, key, Description().recordLength), key.number, state};
+  }
+  return spread_->spread;
+}
+
 Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
   const KeyDescription* key = Description().FindKey(keyNumber);
   if (key == nullptr) return StatusInvalidKeyNumber;
@@ -253,9 +262,8 @@ Status LmdbFile::Percentage(std::int16_t keyNumber, double& percent) {
   if (!ReadRecordValue(current_.number, std::as_bytes(std::span(*stored)), stamp, record)) {
     return StatusIOError;
   }
-  const KeySpread spread(reading, *key, Description().recordLength);
-  percent =
-      spread.PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
+  percent = SpreadOf(reading, *key)
+                .PercentOf(EntryKey::OfKey(keyNumber, EncodeKeyOf(*key, record), current_.number));
   return StatusSuccess;
 }
 
@@ -265,7 +273,7 @@ Status LmdbFile::GetByPercentage(std::int16_t keyNumber, double percent,
   if (key == nullptr) return StatusInvalidKeyNumber;
   const Reading reading(*view_);
   if (reading.Failure() != StatusSuccess) return reading.Failure();
-  const auto entry = KeySpread(reading, *key, Description().recordLength).EntryAt(percent);
+  const auto entry = SpreadOf(reading, *key).EntryAt(percent);
   if (!entry) return StatusEndOfFile;
   Cursor keys(keys_, reading);
   Cursor records(records_, reading);

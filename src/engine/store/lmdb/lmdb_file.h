@@ -1,11 +1,14 @@
 // One opened record file: its position, its reads and its writes.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/store/driver.h"
 #include "engine/store/lmdb/format.h"
+#include "engine/store/lmdb/percentage.h"
 #include "engine/store/lmdb/search.h"
 #include "engine/store/lmdb/transactions.h"
 
@@ -45,6 +48,15 @@ class LmdbFile final : public File {
     EntryKey entry;
   };
 
+  /// The spread of a key that was looked at last. A list that is scrolled asks for it again and
+  /// again.
+  struct KnownSpread {
+    KeySpread spread;
+    std::int16_t keyNumber;
+    std::size_t state;
+  };
+
+  const KeySpread& SpreadOf(const Reading& reading, const KeyDescription& key);
   [[nodiscard]] Status CheckPlace(Seek seek, std::int16_t keyNumber) const;
   int MoveAlong(Cursor& cursor, Seek seek) const;
   int MoveInOrder(Cursor& cursor, Step step) const;
@@ -63,6 +75,7 @@ class LmdbFile final : public File {
   RecordNumber physical_ = 0;  // before the first record
   KeptCursor keys_;
   KeptCursor records_;
+  std::optional<KnownSpread> spread_;
 };
 
 }  // namespace larkmoor::store::lmdb

@@ -20,7 +20,7 @@ struct PieceHead {
 
 constexpr std::size_t Longest = std::numeric_limits<std::uint16_t>::max();
 /// A shorter run of zero bytes stays inside its piece: leaving it out would save next to nothing.
-constexpr std::size_t ShortestRun = 8;
+constexpr std::size_t ShortestRun = 16;
 
 using Place = std::span<const std::byte>::iterator;
 
@@ -77,19 +77,16 @@ bool PiecesFit(std::span<const std::byte> packed, std::size_t size) {
   return true;
 }
 
-/// Fills `record` from pieces that fit.
+/// Fills `record` from pieces that fit. One fill of it all is quicker than one for each run.
 void Unpack(std::span<const std::byte> packed, std::span<std::byte> record) {
+  std::ranges::fill(record, std::byte{0});
   auto to = record.begin();
-  auto from = packed.begin();
-  while (from != packed.end()) {
+  while (!packed.empty()) {
     PieceHead head;
-    std::memcpy(&head, &*from, sizeof head);
-    from += sizeof head;
-    to = std::fill_n(to, head.zeros, std::byte{0});
-    to = std::copy_n(from, head.bytes, to);
-    from += head.bytes;
+    std::memcpy(&head, packed.data(), sizeof head);
+    to = std::copy_n(packed.begin() + sizeof head, head.bytes, to + head.zeros);
+    packed = packed.subspan(sizeof head + head.bytes);
   }
-  std::fill(to, record.end(), std::byte{0});
 }
 
 /// What stands ahead of the pieces. The checksum is of all that is behind it.

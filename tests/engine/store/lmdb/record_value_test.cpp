@@ -90,11 +90,12 @@ TEST_F(RefusedValue, IsOneOfWhichAnyByteChanged) {
 
 TEST_F(RefusedValue, IsThatOfAnotherRecord) { ExpectRefused(value_, SomeNumber + 1); }
 
-TEST(RecordValue, RefusesPiecesBeyondTheRecord) {
+TEST(RecordValue, RefusesPiecesBeyondTheRecordAndChangesNothing) {
   Record read(29, std::byte{0xAA});
   Stamp stamp = 1;
   EXPECT_FALSE(ReadRecordValue(SomeNumber, RecordValue(SomeNumber, SomeStamp, Filled(64, 20, 10)),
                                stamp, read));
+  EXPECT_EQ(stamp, 1U);
   EXPECT_EQ(read, Record(29, std::byte{0xAA}));
 }
 
