@@ -223,16 +223,18 @@ Status Environment::OpenHandle(const std::filesystem::path& path) {
 }
 
 Status Environment::ReadDescription() {
+  if (!BeginPlainRead()) return StatusIOError;
   MDB_txn* transaction = nullptr;
   int code = mdb_txn_begin(Handle(), nullptr, MDB_RDONLY, &transaction);
-  if (code != MDB_SUCCESS) return OpenStatusOf(code);
-  code = mdb_dbi_open(transaction, nullptr, 0, &tree_);
+  if (code == MDB_SUCCESS) code = mdb_dbi_open(transaction, nullptr, 0, &tree_);
   std::optional<FileDescription> description;
   if (code == MDB_SUCCESS) {
     const auto text = ReadEntry(transaction, tree_, EntryKey::OfHeader(DescriptionName));
     if (text) description = DescriptionFromBytes(*text);
   }
   mdb_txn_abort(transaction);
+  EndPlainRead();
+  if (code != MDB_SUCCESS) return OpenStatusOf(code);
   if (!description) return StatusNotARecordFile;
   description_ = std::move(*description);
   return StatusSuccess;

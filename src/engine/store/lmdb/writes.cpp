@@ -1,5 +1,7 @@
 #include "engine/store/lmdb/writes.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -45,8 +47,15 @@ class WriteCursor {
 }  // namespace
 
 Stamp NewStamp() {
-  thread_local std::mt19937_64 stamps(std::random_device{}() * std::uint64_t{0x9E3779B97F4A7C15} +
-                                      std::random_device{}());
+  thread_local pid_t process = 0;
+  thread_local std::mt19937_64 stamps;
+  // A forked process must not give the stamps that its parent and its siblings give.
+  if (process != getpid()) {
+    process = getpid();
+    std::random_device source;
+    std::seed_seq seed{source(), source(), source(), source()};
+    stamps.seed(seed);
+  }
   return stamps();
 }
 
