@@ -62,6 +62,18 @@ bool OnNetworkFileSystem(const std::filesystem::path& path) {
          type == AFS_SUPER_MAGIC || type == CODA_SUPER_MAGIC || type == NCP_SUPER_MAGIC;
 }
 
+/// An environment handle of the file; `permissions` are for what LMDB makes.
+Status OpenWith(const std::filesystem::path& path, unsigned flags, mode_t permissions,
+                MDB_env*& handle) {
+  int code = mdb_env_create(&handle);
+  if (code != MDB_SUCCESS) return OpenStatusOf(code);
+  mdb_env_set_mapsize(handle, MapSize);
+  code = mdb_env_open(handle, path.c_str(), MDB_NOSUBDIR | flags, permissions);
+  if (code == MDB_SUCCESS) return StatusSuccess;
+  mdb_env_close(handle);
+  return OpenStatusOf(code);
+}
+
 }  // namespace
 
 std::optional<Counters> ReadCounters(MDB_txn* transaction, MDB_dbi tree) {
@@ -77,13 +89,8 @@ std::optional<std::string_view> ReadEntry(MDB_txn* transaction, MDB_dbi tree, co
 }
 
 Status OpenAlone(const std::filesystem::path& path, unsigned flags, MDB_env*& handle) {
-  int code = mdb_env_create(&handle);
-  if (code != MDB_SUCCESS) return OpenStatusOf(code);
-  mdb_env_set_mapsize(handle, MapSize);
-  code = mdb_env_open(handle, path.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | flags, 0600);
-  if (code == MDB_SUCCESS) return StatusSuccess;
-  mdb_env_close(handle);
-  return OpenStatusOf(code);
+  constexpr mode_t OwnerOnly = 0600;
+  return OpenWith(path, MDB_NOLOCK | flags, OwnerOnly, handle);
 }
 
 Status Environment::Sync() {
@@ -203,23 +210,15 @@ Status Environment::CheckBesideWriters() {
 }
 
 Status Environment::OpenHandle(const std::filesystem::path& path) {
-  MDB_env* handle = nullptr;
-  if (!file_.Writable()) {
-    const Status status = OpenAlone(path, MDB_RDONLY | MDB_NOTLS, handle);
-    if (status == StatusSuccess) handle_.reset(handle);
-    return status;
-  }
-  int code = mdb_env_create(&handle);
-  if (code != MDB_SUCCESS) return OpenStatusOf(code);
-  std::unique_ptr<MDB_env, Closer> opening(handle);
-  mdb_env_set_mapsize(handle, MapSize);
   // Without the second sync of a commit: after loss of power the file may be one commit old, never
   // damaged.
-  code = mdb_env_open(handle, path.c_str(), MDB_NOSUBDIR | MDB_NOMETASYNC | MDB_NOTLS,
-                      file_.Permissions());
-  if (code != MDB_SUCCESS) return OpenStatusOf(code);
-  handle_ = std::move(opening);
-  return StatusSuccess;
+  constexpr unsigned ToWrite = MDB_NOMETASYNC | MDB_NOTLS;
+  constexpr unsigned ToRead = MDB_RDONLY | MDB_NOTLS;
+  MDB_env* handle = nullptr;
+  const Status status = file_.Writable() ? OpenWith(path, ToWrite, file_.Permissions(), handle)
+                                         : OpenAlone(path, ToRead, handle);
+  if (status == StatusSuccess) handle_.reset(handle);
+  return status;
 }
 
 Status Environment::ReadDescription() {
