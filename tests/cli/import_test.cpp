@@ -10,8 +10,7 @@ namespace {
 class ImportCommand : public testing::Test {
  protected:
   ProgramResult Import(std::string_view csv, std::vector<std::string> options = {}) {
-    options.insert(options.begin(), {"Address", company_.Write("new.csv", csv)});
-    return company_.Run("import", options);
+    return company_.Import("Address", csv, std::move(options));
   }
 
   /// What a report about the file begins with.

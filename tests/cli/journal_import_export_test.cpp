@@ -282,16 +282,12 @@ INSTANTIATE_TEST_SUITE_P(Each, JournalThereAndBack, testing::ValuesIn(JournalsTh
 class JournalImport : public testing::Test {
  protected:
   ProgramResult Import(std::string_view csv, std::vector<std::string> options = {}) {
-    options.insert(options.begin(), {"SalesJournal", company_.Write("new.csv", csv)});
-    return company_.Run("import", options);
+    return company_.Import("SalesJournal", csv, std::move(options));
   }
 
   /// Imports what has to be without a fault.
   void Take(std::string_view csv, const std::string& said) {
-    const ProgramResult result = Import(csv);
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, said);
+    company_.Take("SalesJournal", csv, said);
   }
 
   std::string Place(const std::string& place) {

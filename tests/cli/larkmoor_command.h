@@ -54,6 +54,20 @@ class CommandCompany {
     return result.out;
   }
 
+  /// Imports lines for a class, from "new.csv" beside the company.
+  [[nodiscard]] ProgramResult Import(const std::string& className, std::string_view csv,
+                                     std::vector<std::string> options = {}) const {
+    options.insert(options.begin(), {className, Write("new.csv", csv)});
+    return Run("import", options);
+  }
+  /// The same for lines that have to be without a fault.
+  void Take(const std::string& className, std::string_view csv, const std::string& said) const {
+    const ProgramResult result = Import(className, csv);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, said);
+  }
+
  private:
   TempFolder folder_;
 };

@@ -58,15 +58,11 @@ class PaycheckCommands : public testing::Test {
     return company_.Output("export", {"PayrollJournal", "--fields", fields});
   }
   ProgramResult Import(std::string_view csv, std::vector<std::string> options = {}) {
-    options.insert(options.begin(), {"PayrollJournal", company_.Write("new.csv", csv)});
-    return company_.Run("import", options);
+    return company_.Import("PayrollJournal", csv, std::move(options));
   }
   /// Imports what has to be without a fault.
   void Take(std::string_view csv, const std::string& said) {
-    const ProgramResult result = Import(csv);
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, said);
+    company_.Take("PayrollJournal", csv, said);
   }
   /// Imports where the third line has to be at fault, and nothing be written.
   void ExpectThirdLineRefused(std::string_view csv, const std::string& reason) {
